@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <map>
 #include <string>
 
 class MainUI;
@@ -29,6 +30,7 @@ public:
   explicit ImageLoader(MainUI* owner);
   ImageLoader(const ImageLoader&) = delete;
   ImageLoader& operator=(const ImageLoader&) = delete;
+  ~ImageLoader();
 
   void StartGreyLoad();                    ///< "Load" of Load Grey Data
   int LoadGrey(const char* path);          ///< the grey flow
@@ -40,6 +42,25 @@ public:
 
   void ResetStudy();         ///< back to the state without images
   void RebuildLabelMenus();  ///< the label menus from labelList, which becomes the menu table
+
+private:
+  enum class Flow { Manual, Scripted };
+
+  bool MayLoadSeg(const char* path) const;
+  void ReadGreyNumbers();
+  int FillNewSlot(VoxData& slot, const char* path, Flow flow);
+  void ShareGrey(VoxData& slot) const;
+  int RunGreyFlow(const char* path, Flow flow);  ///< 0, or -1
+  void ShowNewSlot(Flow flow);
+  void InitViews();
+  int TargetSlot(Flow flow);
+  void WarnOfReplacedLabels() const;
+  int RunSegFlow(const char* path, Flow flow);  ///< 1, or -1
+  void GrowBar();
+  void AddToImageMenus(const char* path);
+  void SelectFirstEntries();
+
+  std::map<std::string, std::string> entryPaths;  ///< the file behind each entry of the image menus
 };
 
 /// Fills the Load Grey Data dialog from the header of a GIPL file.
