@@ -4,13 +4,12 @@
 #include "tests/support/Checksums.h"
 #include "tests/support/TestVolume.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <vector>
