@@ -97,6 +97,8 @@ public:
   void AttachWorkScalars();
 
 private:
+  void SetFileTraversal(int flipX, int flipY, int flipZ);
+
   struct Storage;  ///< the blocks behind the pointer tables
   std::unique_ptr<Storage> storage;
 };
