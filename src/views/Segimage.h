@@ -69,6 +69,7 @@ public:
   ~Segimage() override;
   void draw() override;
   int handle(int event) override;
+  void hide() override;
 
   // Life cycle and drawing.
   void Register(int newDirection, MainUI* owner);
@@ -100,4 +101,15 @@ public:
 private:
   struct Measures;  ///< what the commands share with each other and with nobody else
   friend struct Measures;
+
+  void Demand(bool initializedToo, const char* words) const;
+  void AllocateBuffers();
+  void FreeBuffers();
+  void UploadTextures();
+  void Paint(bool withGrey, bool withOverlay);
+  void ForgetTextures();
+  bool CanDraw() { return shown() != 0 && visible_r() != 0; }
+
+  bool greyStale = false;  ///< the picture is newer than its texture
+  bool segStale = false;
 };

@@ -51,6 +51,7 @@ public:
   ~Window2D() override;
   void draw() override;
   int handle(int event) override;
+  void hide() override;
 
   void Register(int newDirection, MainUI* owner);
   void ClearView();
@@ -61,4 +62,18 @@ public:
   void GetCurrentSlice();  ///< with its cache: touches only what changed
   void RefreshSlice();     ///< without it
   void DrawRefreshed();    ///< draws at once with RefreshSlice in front; safe while not shown
+
+private:
+  void Demand(bool initializedToo, const char* words) const;
+  void FreeBuffers();
+  void FollowLastView();
+  int EffectiveDirection() const;
+  void TakeSlices(int slice);
+  void UploadTextures();
+  void Paint();
+  void ForgetTextures();
+  bool CanDraw() { return shown() != 0 && visible_r() != 0; }
+
+  bool greyStale = false;  ///< the picture is newer than its texture
+  bool segStale = false;
 };
