@@ -72,7 +72,8 @@ int AddEntry(Fl_Choice* choice, const char* text) {
   for (int i = 0; i < count; ++i) {
     if (std::strcmp(EntryText(choice, i), text) == 0) { return i; }
   }
-  const int index = choice->insert(-1, "x", 0, nullptr);  // insert parses its text, replace does not
+  const int index =
+      choice->insert(-1, "x", 0, nullptr);  // insert parses its text, replace does not
   choice->replace(index, text);
   const_cast<Fl_Menu_Item*>(choice->menu())[index].labeltype(kLiteralLabel);
   return index;

@@ -13,7 +13,6 @@
 
 class MainUI;
 class FloatList;
-class MeasureScope;
 
 class Window3D : public Fl_Gl_Window {
 public:
@@ -66,6 +65,7 @@ public:
   ~Window3D() override;
   void draw() override;
   int handle(int event) override;
+  void hide() override;
 
   // View.
   void Register(int number, MainUI* owner);
@@ -100,11 +100,16 @@ public:
   void CompareData(char* fileName);
   void ExportCompareTable(char* fileName);
 
-private:
-  friend class MeasureScope;
-  struct Mouse;  ///< the steps of press, drag, release and pick
-  friend struct Mouse;
-  struct Work;  ///< sizes of the work arrays and what surrounds a running measure
-  friend struct Work;
+  struct Work;  ///< sizes of the work arrays, and labels that are altered for a while
   std::unique_ptr<Work> workState;
+
+private:
+  void PressMouse();
+  void DragMouse();
+  void ReleaseMouse();
+  void Pick();
+  void SetProjection();
+  void ApplyView();
+  int SphereHeight() const;  ///< the height that turning takes: the width when isotropic
+  bool CanDraw() { return shown() != 0 && visible_r() != 0; }
 };

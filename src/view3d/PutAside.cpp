@@ -1,0 +1,161 @@
+#include "view3d/PutAside.h"
+
+#include "VoxData/VoxData.h"
+#include "ui/MainUI.h"
+#include "view3d/Window3D.h"
+#include "view3d/Window3DWork.h"
+
+#include <FL/Fl_Box.H>
+#include <FL/Fl_Group.H>
+#include <FL/Fl_Output.H>
+#include <FL/Fl_Slider.H>
+#include <vtkFloatArray.h>
+#include <vtkSmartPointer.h>
+
+#include <cstring>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Labels or colours of a table, z fastest, in one piece.
+std::vector<std::uint8_t> CopyOf(const std::uint8_t* const* const* table,
+                                 const LabelVolume& shape) {
+  std::vector<std::uint8_t> bytes;
+  bytes.reserve(shape.Count());
+  for (int x = 0; x < shape.dimX; ++x) {
+    for (int y = 0; y < shape.dimY; ++y) {
+      bytes.insert(bytes.end(), table[x][y], table[x][y] + shape.dimZ);
+    }
+  }
+  return bytes;
+}
+
+void CopyBack(const std::vector<std::uint8_t>& bytes, std::uint8_t* const* const* table,
+              const LabelVolume& shape) {
+  const std::uint8_t* from = bytes.data();
+  for (int x = 0; x < shape.dimX; ++x) {
+    for (int y = 0; y < shape.dimY; ++y) {
+      std::memcpy(table[x][y], from, static_cast<std::size_t>(shape.dimZ));
+      from += shape.dimZ;
+    }
+  }
+}
+
+}  // namespace
+
+AlteredLabels::AlteredLabels(Window3D& view, VoxData& altered)
+    : work(Window3D::Work::Of(view)), image(altered), before(work.altered) {
+  try {
+    whole = CopyOf(image.seg, image.Labels());
+    changed.reserve(whole.size());
+    ready = true;
+  } catch (const std::bad_alloc&) { ready = false; }
+  work.altered = this;
+}
+
+AlteredLabels::~AlteredLabels() {
+  if (!restored) { Restore(); }
+  work.altered = before;
+}
+
+void AlteredLabels::Restore() {
+  if (!ready) { return; }
+  CopyBack(whole, image.seg, image.Labels());
+  restored = true;
+}
+
+void AlteredLabels::Suspend() {
+  if (!ready || restored) { return; }
+  changed = CopyOf(image.seg, image.Labels());
+  CopyBack(whole, image.seg, image.Labels());
+}
+
+void AlteredLabels::Resume() {
+  if (!ready || restored) { return; }
+  CopyBack(changed, image.seg, image.Labels());
+}
+
+struct PutAside::Contents {
+  MainUI& ui;
+  std::vector<std::int32_t> mask;
+  std::vector<float> vectors[3];
+  int dims[3];
+  std::vector<std::uint8_t> colours[3];
+  vtkSmartPointer<vtkFloatArray> scalars[3];
+  float progressWidth;
+  double range;
+  int barWidth;
+  bool panelVisible;
+  std::string message;
+
+  explicit Contents(MainUI& owner) : ui(owner) {
+    const Window3D& view = *ui.window3D;
+    const std::size_t count = view.workArraysReady != 0 ? view.workState->Voxels() : 0;
+    if (count > 0) {
+      mask.assign(view.distMask, view.distMask + count);
+      vectors[0].assign(view.distX, view.distX + count);
+      vectors[1].assign(view.distY, view.distY + count);
+      vectors[2].assign(view.distZ, view.distZ + count);
+    }
+    dims[0] = view.dimX;
+    dims[1] = view.dimY;
+    dims[2] = view.dimZ;
+    for (int i = 0; i < 3; ++i) { TakeVolume(i); }
+    progressWidth = view.progressWidth;
+    range = ui.progressRange->maximum();
+    barWidth = ui.progressBar->w();
+    panelVisible = ui.progressPanel->visible() != 0;
+    message = ui.progressText->value();
+    if (view.workState->altered != nullptr) { view.workState->altered->Suspend(); }
+  }
+
+  void TakeVolume(int i) {
+    VoxData& volume = *ui.workVolumes[i];
+    if (volume.work != nullptr) { colours[i] = CopyOf(volume.work, volume.Labels()); }
+    scalars[i] = volume.workScalars;
+    volume.workScalars = nullptr;
+    if (scalars[i] != nullptr) { scalars[i]->UnRegister(nullptr); }
+  }
+
+  void GiveVolumeBack(int i) {
+    VoxData& volume = *ui.workVolumes[i];
+    if (!colours[i].empty()) { CopyBack(colours[i], volume.work, volume.Labels()); }
+    if (volume.workScalars != nullptr) { volume.workScalars->Delete(); }
+    volume.workScalars = scalars[i];
+    if (scalars[i] != nullptr) { scalars[i]->Register(nullptr); }
+  }
+
+  void GiveBack() {
+    Window3D& view = *ui.window3D;
+    if (!mask.empty()) {
+      std::memcpy(view.distMask, mask.data(), mask.size() * sizeof(std::int32_t));
+      std::memcpy(view.distX, vectors[0].data(), mask.size() * sizeof(float));
+      std::memcpy(view.distY, vectors[1].data(), mask.size() * sizeof(float));
+      std::memcpy(view.distZ, vectors[2].data(), mask.size() * sizeof(float));
+    }
+    view.dimX = dims[0];
+    view.dimY = dims[1];
+    view.dimZ = dims[2];
+    for (int i = 0; i < 3; ++i) { GiveVolumeBack(i); }
+    if (view.workState->altered != nullptr) { view.workState->altered->Resume(); }
+    view.progressWidth = progressWidth;
+    ui.progressRange->maximum(range);
+    Fl_Box& bar = *ui.progressBar;
+    bar.resize(bar.x(), bar.y(), barWidth, bar.h());
+    ui.progressText->value(message.c_str());
+    if (panelVisible) { ui.progressPanel->show(); }
+  }
+};
+
+PutAside::PutAside(MainUI& owner) {
+  try {
+    contents = std::make_unique<Contents>(owner);
+    complete = true;
+  } catch (const std::bad_alloc&) { complete = false; }
+}
+
+PutAside::~PutAside() {
+  if (complete) { contents->GiveBack(); }
+}
