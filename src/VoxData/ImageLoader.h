@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <map>
 #include <string>
+#include <vector>
 
 class MainUI;
 class VoxData;
@@ -59,6 +60,8 @@ private:
   void GrowBar();
   void AddToImageMenus(const char* path);
   void SelectFirstEntries();
+  int LoadListedImages(const std::string& grey, const std::vector<std::string>& segs);
+  void FinishScript(const std::vector<std::string>& segs);
 
   std::map<std::string, std::string> entryPaths;  ///< the file behind each entry of the image menus
 };

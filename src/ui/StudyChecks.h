@@ -26,6 +26,9 @@ ChosenPair TakeVolumePair(const MainUI& ui);
 /// False, with a message box, where `image` cannot be measured as a volume.
 bool CanMeasureVolume(const MainUI& ui, const VoxData* image);
 
+/// Whether a slice of the image on the slider along `direction` fits 300 by 300 pixels.
+bool FitsCanvas(const MainUI& ui, int direction);
+
 /// False, with a message box, where a slice along `direction` (0, 1, 2) does not fit the result
 /// canvas of 300 by 300 pixels.
 bool CanShowSlice(const MainUI& ui, int direction);
@@ -33,3 +36,7 @@ bool CanShowSlice(const MainUI& ui, int direction);
 /// One line on the error stream when `image` holds no voxel of the current label, since the
 /// number that follows is no measurement. `role` is "Image 1" or the like.
 void WarnIfLabelMissing(const MainUI& ui, const VoxData& image, const char* role);
+
+/// False, with a message box, where the images of `userCount` users with `slicesPerUser` repeats
+/// are not all loaded and of one size, or the users are more than `mostUsers`.
+bool CanMeasureUsers(const MainUI& ui, int mostUsers);

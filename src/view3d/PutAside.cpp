@@ -102,18 +102,24 @@ struct PutAside::Contents {
     dims[0] = view.dimX;
     dims[1] = view.dimY;
     dims[2] = view.dimZ;
-    for (int i = 0; i < 3; ++i) { TakeVolume(i); }
+    for (int i = 0; i < 3; ++i) { CopyColours(i); }
     progressWidth = view.progressWidth;
     range = ui.progressRange->maximum();
     barWidth = ui.progressBar->w();
     panelVisible = ui.progressPanel->visible() != 0;
     message = ui.progressText->value();
     if (view.workState->altered != nullptr) { view.workState->altered->Suspend(); }
+    // Nothing below can fail: what was taken is given back.
+    for (int i = 0; i < 3; ++i) { TakeScalars(i); }
   }
 
-  void TakeVolume(int i) {
-    VoxData& volume = *ui.workVolumes[i];
+  void CopyColours(int i) {
+    const VoxData& volume = *ui.workVolumes[i];
     if (volume.work != nullptr) { colours[i] = CopyOf(volume.work, volume.Labels()); }
+  }
+
+  void TakeScalars(int i) {
+    VoxData& volume = *ui.workVolumes[i];
     scalars[i] = volume.workScalars;
     volume.workScalars = nullptr;
     if (scalars[i] != nullptr) { scalars[i]->UnRegister(nullptr); }

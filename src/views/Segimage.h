@@ -8,6 +8,10 @@
 class MainUI;
 class VoxData;
 
+namespace measure {
+struct SliceVectors;
+}
+
 /// Direction last prepared by the overlay and probability measures; starts at 2.
 extern std::int32_t lastDirection;
 
@@ -87,8 +91,8 @@ public:
   void Overlay2D();
   void Complexity();
   void InteriorContour();
-  void ContourWaveStep(int i, int j);
-  void ContourWalkBack(int i, int j);
+  void ContourWaveStep(int column, int row);
+  void ContourWalkBack(int column, int row);
   void SliceDistanceMap(int imageIndex, int mapDirection);
   void DisplayDistanceMap();
   void Haussdorf2D();
@@ -99,8 +103,14 @@ public:
   void PrepareDirection(int wanted);
 
 private:
-  struct Measures;  ///< what the commands share with each other and with nobody else
-  friend struct Measures;
+  /// Steps 2 to 6 of a contour measure; a sweep covers the pixels from `firstPixel` to
+  /// side - `shortOfEnd`.
+  void MeasureContour(int firstPixel, int shortOfEnd);
+  void ShowContour();
+  measure::SliceVectors MapSlice(int imageIndex, int mapDirection);
+  void KeepMap(const measure::SliceVectors& vectors, int mapDirection);
+  void CountUsers();
+  void ShowProbability();
 
   void Demand(bool initializedToo, const char* words) const;
   void AllocateBuffers();
