@@ -1,6 +1,8 @@
 #include "ui/Pictures.h"
 
+#include "base/ColourValues.h"
 #include "ui/Artwork.h"
+#include "ui/Palette.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -78,55 +80,49 @@ Fl_Pixmap* MakeCrosshair() {
   return picture.Finish();
 }
 
-constexpr int kReds = 6;
-constexpr int kGreens = 7;
-constexpr int kBlues = 6;
+constexpr int kColours = 255;
 
-/// 255 colours: a cube of 252 and three light greys. The characters are all but the one that ends
-/// a string, each once; the blank is not the first, which alone would make it transparent.
+/// The characters are all but the one that ends a string, each once; the blank is not the first,
+/// which alone would make it transparent.
 char CharacterOf(int index) { return static_cast<char>(index + 1); }
 
-std::string CubePalette() {
-  std::string palette;
-  for (int i = 0; i < kReds * kGreens * kBlues; ++i) {
-    const int red = i / (kGreens * kBlues);
-    const int green = i / kBlues % kGreens;
-    const int blue = i % kBlues;
-    palette += Entry(CharacterOf(i), red * 255 / (kReds - 1), green * 255 / (kGreens - 1),
-                     blue * 255 / (kBlues - 1));
+Rgb Rounded(const artwork::Colour& colour) {
+  const double channels[3] = {colour.red, colour.green, colour.blue};
+  Rgb rgb{};
+  for (std::size_t c = 0; c < 3; ++c) {
+    rgb[c] = LowByte(std::clamp(channels[c], 0.0, 1.0) * 255.0 + 0.5);
   }
-  for (int i = 252; i < 255; ++i) { palette += Entry(CharacterOf(i), i - 20, i - 20, i - 20); }
-  return palette;
+  return rgb;
 }
 
-/// Level of one channel with an ordered pattern of 4 by 4, so that ramps show no bands.
-int Level(double value, int levels, int x, int y) {
-  constexpr int kOrder[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
-  const double step = value * (levels - 1) + (kOrder[y & 3][x & 3] + 0.5) / 16.0;
-  return std::min(std::max(static_cast<int>(step), 0), levels - 1);
-}
-
-void Paint(Picture& picture, int w, int h, artwork::Colour (*colourAt)(double, double)) {
+/// A picture of `w` by `h` in the 255 colours that suit it best.
+Picture Painted(int w, int h, artwork::Colour (*colourAt)(double, double)) {
+  std::vector<Rgb> pixels;
+  pixels.reserve(static_cast<std::size_t>(w) * static_cast<std::size_t>(h));
   for (int y = 0; y < h; ++y) {
-    for (int x = 0; x < w; ++x) {
-      const artwork::Colour colour = colourAt(x + 0.5, y + 0.5);
-      const int index =
-          (Level(colour.red, kReds, x, y) * kGreens + Level(colour.green, kGreens, x, y)) * kBlues +
-          Level(colour.blue, kBlues, x, y);
-      picture.At(x, y) = CharacterOf(index);
-    }
+    for (int x = 0; x < w; ++x) { pixels.push_back(Rounded(colourAt(x + 0.5, y + 0.5))); }
   }
+  const Reduced reduced = ReduceColours(pixels, kColours);
+  std::string palette;
+  for (int i = 0; i < kColours; ++i) {
+    const Rgb& entry = reduced.palette[static_cast<std::size_t>(i)];
+    palette += Entry(CharacterOf(i), entry[0], entry[1], entry[2]);
+  }
+  Picture picture(w, h, palette);
+  std::size_t next = 0;
+  for (int y = 0; y < h; ++y) {
+    for (int x = 0; x < w; ++x) { picture.At(x, y) = CharacterOf(reduced.index[next++]); }
+  }
+  return picture;
 }
 
 Fl_Pixmap* MakeBanner() {
-  static Picture picture(306, 40, CubePalette());
-  Paint(picture, 306, 40, artwork::Banner);
+  static Picture picture = Painted(306, 40, artwork::Banner);
   return picture.Finish();
 }
 
 Fl_Pixmap* MakeProduct() {
-  static Picture picture(401, 241, CubePalette());
-  Paint(picture, 401, 241, artwork::Product);
+  static Picture picture = Painted(401, 241, artwork::Product);
   return picture.Finish();
 }
 
