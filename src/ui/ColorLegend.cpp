@@ -1,5 +1,7 @@
 #include "ui/ColorLegend.h"
 
+#include "base/ColourValues.h"
+
 #include <FL/fl_draw.H>
 #include <FL/gl.h>
 
@@ -58,8 +60,7 @@ void ColorLegend::draw() {
   }
   for (int y = 0; y < kRows; ++y) {
     const float* colour = colors[kFirstEntry + y];
-    fl_color(static_cast<uchar>(colour[0]), static_cast<uchar>(colour[1]),
-             static_cast<uchar>(colour[2]));
+    fl_color(LowByte(colour[0]), LowByte(colour[1]), LowByte(colour[2]));
     fl_line(0, y, w(), y);
   }
 }

@@ -1,5 +1,7 @@
 #include "ui/Plot.h"
 
+#include "ui/Fields.h"
+
 #include <FL/Fl.H>
 #include <FL/fl_draw.H>
 
@@ -19,6 +21,10 @@ int Pixel(double value) {
   if (std::isnan(value)) { return static_cast<int>(-kFarAway); }
   return static_cast<int>(std::clamp(value, -kFarAway, kFarAway));
 }
+
+/// `distance` in pixels. A range of no length has an infinite scale: its one value, at distance 0,
+/// lies at the start of the axis.
+float Scaled(float distance, float scale) { return distance == 0.0F ? 0.0F : distance * scale; }
 
 void DrawText(const char* text, int x, int y, int w) {
   fl_draw(text, x, y, w, 11, FL_ALIGN_LEFT, nullptr, 0);
@@ -64,15 +70,15 @@ void Plot::SetSeries(const float* first, const float* second, int newCount) {
   redraw();
 }
 
-int Plot::PixelX(float value) const { return Pixel((value - xMin) * xScale + xOffset); }
-int Plot::PixelY(float value) const { return Pixel((value - yMin) * yScale + yOffset); }
+int Plot::PixelX(float value) const { return Pixel(Scaled(value - xMin, xScale) + xOffset); }
+int Plot::PixelY(float value) const { return Pixel(Scaled(value - yMin, yScale) + yOffset); }
 
 void Plot::DrawAxes() const {
   fl_color(90, 90, 90);
-  const int axisY = Pixel(yOffset - yMin * yScale);
-  fl_line(Pixel(xOffset), axisY, Pixel((xMax - xMin) * xScale + xOffset), axisY);
-  const int axisX = Pixel(xOffset - xMin * xScale);
-  fl_line(axisX, Pixel(yOffset), axisX, Pixel((yMax - yMin) * yScale + yOffset));
+  const int axisY = Pixel(yOffset - Scaled(yMin, yScale));
+  fl_line(Pixel(xOffset), axisY, PixelX(xMax), axisY);
+  const int axisX = Pixel(xOffset - Scaled(xMin, xScale));
+  fl_line(axisX, Pixel(yOffset), axisX, PixelY(yMax));
 
   fl_font(FL_HELVETICA, 10);
   DrawText(title, w() - WidthOf(title) - 1, 1, WidthOf(title));
@@ -95,7 +101,7 @@ void Plot::DrawReadOut() const {
   const int p = selectedSlice;
   fl_color(FL_GREEN);
   const int x = PixelX(xs[p]);
-  fl_line(x, Pixel(yOffset), x, Pixel((yMax - yMin) * yScale + yOffset));
+  fl_line(x, Pixel(yOffset), x, PixelY(yMax));
   fl_font(FL_HELVETICA, 10);
   char texts[4][60];
   std::snprintf(texts[0], sizeof texts[0], "%1.3e ", curve2[p]);
@@ -134,7 +140,7 @@ int Plot::handle(int event) {
   // The toolkit maps a child window through these two.
   if (event == FL_SHOW || event == FL_HIDE) { return Fl_Window::handle(event); }
   if (event != FL_PUSH || Fl::event_button() != FL_LEFT_MOUSE || count < 1) { return 0; }
-  const int chosen = Pixel((Fl::event_x() - xOffset) / xScale);
+  const int chosen = Truncated((Fl::event_x() - xOffset) / xScale);
   selectedSlice = std::clamp(chosen, 0, count - 1);
   if (selectCallback != nullptr) { selectCallback(selectedSlice); }
   DrawNow();
