@@ -103,7 +103,7 @@ void OnCursorSlider(Fl_Widget* widget, void* /*data*/) {
 void OnImageSlider(Fl_Widget* widget, void* /*data*/) {
   MainUI& ui = OwnerOf(widget);
   for (Window2D* view : {ui.yzView, ui.xzView, ui.xyView}) { view->DrawRefreshed(); }
-  ui.window3D->show();
+  if (ui.mainWindow->shown() != 0) { ui.window3D->show(); }  // not before its window
   ui.RedrawViews();
   ui.currentImageOutput->value(EntryText(ui.image1Choice, ValueOf(widget)));
 }

@@ -29,7 +29,7 @@ void OnMenuRefresh(Fl_Widget* widget, void* /*data*/) {
   // ON PURPOSE: the legend leaves its place beside its texts and stays there.
   ui.colorLegend->resize(20, 595, 15, 200);
   ui.colorLegend->DrawNow();
-  ui.colorLegend->show();
+  if (ui.mainWindow->shown() != 0) { ui.colorLegend->show(); }  // not before its window
   ui.mainWindow->redraw();
   Fl::check();
 }

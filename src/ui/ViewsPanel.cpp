@@ -63,7 +63,7 @@ void BuildViewPanel(MainUI& ui, const ViewPanel& row) {
   ui.cursorSlider[row.orientation] = slider;
 
   Fl_Button* reset = PutRound(row.reset, "reset view", OnResetView, nullptr, 9);
-  reset->color(216);
+  reset->labelcolor(216);
   reset->align(FL_ALIGN_WRAP);
   ui.*row.resetMember = reset;
 
