@@ -119,13 +119,12 @@ void MainUI::ApplyDefaults() {
 }
 
 void MainUI::Quit() {
-  if (runningCommands > 0) {
-    quitRequested = true;  // the widgets are still in use
-    mainWindow->hide();
-    return;
-  }
   // The other windows act on the main one, so they go with it; the run loop then ends.
   while (Fl_Window* window = Fl::first_window()) { window->hide(); }
+  if (runningCommands > 0) {
+    quitRequested = true;  // the widgets are still in use
+    return;
+  }
   Fl::delete_widget(mainWindow);
 }
 
