@@ -44,6 +44,8 @@ public:
   void DrawSurfaces(float alpha1, float alpha2, float alpha3);
 
 private:
+  void StoreSurface(int slot, vtkPolyData* surface);
+
   struct Pipelines;  ///< keeps the filters' outputs alive while they are drawn
   std::unique_ptr<Pipelines> pipelines;
 };
