@@ -4,6 +4,7 @@
 #include "ui/MainUI.h"
 #include "view3d/Window3D.h"
 #include "view3d/Window3DWork.h"
+#include "view3d/volumemeasures/Shell.h"
 
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Group.H>
@@ -45,35 +46,35 @@ void CopyBack(const std::vector<std::uint8_t>& bytes, std::uint8_t* const* const
 
 }  // namespace
 
-AlteredLabels::AlteredLabels(Window3D& view, VoxData& altered)
-    : work(Window3D::Work::Of(view)), image(altered), before(work.altered) {
-  try {
-    whole = CopyOf(image.seg, image.Labels());
-    changed.reserve(whole.size());
-    ready = true;
-  } catch (const std::bad_alloc&) { ready = false; }
-  work.altered = this;
+AlteredLabels::AlteredLabels(Window3D& owner, VoxData& altered)
+    : view(owner), image(altered), before(owner.workState->altered) {
+  view.workState->altered = this;
 }
 
 AlteredLabels::~AlteredLabels() {
-  if (!restored) { Restore(); }
-  work.altered = before;
+  if (!restored) {
+    Progress silent;
+    measure::RestoreLabels(view.savedLabels, image.EditableLabels(), silent);
+  }
+  view.workState->altered = before;
 }
 
-void AlteredLabels::Restore() {
-  if (!ready) { return; }
-  CopyBack(whole, image.seg, image.Labels());
-  restored = true;
-}
+void AlteredLabels::Restored() { restored = true; }
 
 void AlteredLabels::Suspend() {
-  if (!ready || restored) { return; }
+  if (restored) { return; }
   changed = CopyOf(image.seg, image.Labels());
-  CopyBack(whole, image.seg, image.Labels());
+  whole.reserve(changed.size());
+  Progress silent;
+  measure::RestoreLabels(view.savedLabels, image.EditableLabels(), silent);
+  whole = CopyOf(image.seg, image.Labels());
 }
 
 void AlteredLabels::Resume() {
-  if (!ready || restored) { return; }
+  if (restored) { return; }
+  CopyBack(whole, image.seg, image.Labels());
+  Progress silent;
+  measure::SaveLabels(image.Labels(), view.savedLabels, silent);
   CopyBack(changed, image.seg, image.Labels());
 }
 

@@ -14,6 +14,10 @@
 class MainUI;
 class FloatList;
 
+namespace measure {
+enum class ShellRule;
+}
+
 class Window3D : public Fl_Gl_Window {
 public:
   MainUI* ui = nullptr;
@@ -104,6 +108,10 @@ public:
   std::unique_ptr<Work> workState;
 
 private:
+  /// Runs the transform on the surface shell of an image, which is whole again afterwards. The
+  /// two messages may be null.
+  void TransformShell(VoxData& image, int index, measure::ShellRule rule, const char* searching,
+                      const char* transforming);
   void PressMouse();
   void DragMouse();
   void ReleaseMouse();

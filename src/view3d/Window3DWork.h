@@ -22,26 +22,25 @@ struct Window3D::Work {
   static Work& Of(Window3D& view) { return *view.workState; }
 };
 
-/// An image whose labels a measure changes for a while. They are whole again when this goes, and
-/// while another measure runs inside the one that changed them.
+/// An image whose labels a measure changes for a while, from the moment that savedLabels holds
+/// them. They are whole again when this goes, and while another measure runs inside the one that
+/// changed them.
 class AlteredLabels {
 public:
-  AlteredLabels(Window3D& view, VoxData& image);
+  AlteredLabels(Window3D& owner, VoxData& altered);
   AlteredLabels(const AlteredLabels&) = delete;
   AlteredLabels& operator=(const AlteredLabels&) = delete;
   ~AlteredLabels();
 
-  void Restore();                       ///< the image's own labels
-  void Suspend();                       ///< the same, and remembers the changed ones
-  void Resume();                        ///< the changed ones again
-  bool Ready() const { return ready; }  ///< false where memory was short; nothing was changed
+  void Restored();  ///< the measure itself has put the labels back
+  void Suspend();   ///< whole labels, while another measure may use savedLabels
+  void Resume();    ///< the changed ones again
 
 private:
-  Window3D::Work& work;
+  Window3D& view;
   VoxData& image;
   AlteredLabels* before;
-  std::vector<std::uint8_t> whole;    ///< the labels as they were, z fastest
-  std::vector<std::uint8_t> changed;  ///< the measure's, while it is interrupted
-  bool ready = false;
+  std::vector<std::uint8_t> whole;  ///< z fastest, while the measure is interrupted
+  std::vector<std::uint8_t> changed;
   bool restored = false;
 };

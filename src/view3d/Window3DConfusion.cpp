@@ -1,0 +1,31 @@
+// Window3D: confusion matrix of Image 1 and Image 2.
+#include "ui/Fields.h"
+#include "ui/MainUI.h"
+#include "ui/StudyChecks.h"
+#include "view3d/CommandSupport.h"
+#include "view3d/Window3D.h"
+#include "view3d/volumemeasures/ConfusionMatrix.h"
+#include "view3d/volumemeasures/TableFile.h"
+
+#include <FL/Fl_Choice.H>
+#include <FL/Fl_Output.H>
+#include <FL/Fl_Slider.H>
+
+#include <iostream>
+
+void Window3D::ComputeConfusionMatrix(char* fileName) {
+  const ChosenPair pair = TakeChosenPair(*ui);
+  if (!pair.ok) { return; }
+  const std::string name = tables::WithExtension(fileName);
+  if (const VoxData* shown = ImageAt(*ui, Truncated(ui->imageSlider))) {
+    TakeWorkingSizes(*this, *shown);
+  }
+  const auto counts = measure::CountConfusion(pair.image1->Labels(), pair.image2->Labels());
+  const std::string text = measure::ConfusionText(
+      counts, {EntryText(ui->image1Choice, pair.index1), pair.image1->labelPresent},
+      {EntryText(ui->image2Choice, pair.index2), pair.image2->labelPresent});
+  if (tables::Append(name, text)) { return; }
+  std::cout << "Not able to create the file !" << std::endl;
+  std::cerr << "The confusion matrix cannot be written to " << name << std::endl;
+  ui->statusOutput->value("Not able to create the file !");
+}
