@@ -15,6 +15,7 @@
 #include <chrono>
 #include <cstring>
 #include <filesystem>
+#include <iostream>
 
 std::vector<std::string> Interface::alerts;
 std::vector<std::string> Interface::chooserTitles;
@@ -84,8 +85,9 @@ void Interface::SetUp() {
 }
 
 void Interface::TearDown() {
-  testing::internal::GetCapturedStdout();
-  testing::internal::GetCapturedStderr();
+  const std::string output = testing::internal::GetCapturedStdout();
+  const std::string errors = testing::internal::GetCapturedStderr();
+  if (HasFailure()) { std::cout << output << errors; }  // the failures are told there
   HideAllWindows();
   modal::Current() = modal::Toolkit();
 }
