@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 class MainUI;
 class FloatList;
@@ -112,6 +113,19 @@ private:
   /// two messages may be null.
   void TransformShell(VoxData& image, int index, measure::ShellRule rule, const char* searching,
                       const char* transforming);
+  /// Signed distances of the surface of `target` to the shell of `source`.
+  void SignedDistances(int source, int target, measure::ShellRule rule, FloatList& list,
+                       bool emptyFirst);
+  // The stages of a pair in the batch.
+  void CompareOverlay(int index, const VoxData& first, const VoxData& second);
+  void CompareSurfaces(int index, VoxData& first, const VoxData& second, int firstSlot,
+                       FloatList& list);
+  void CompareHistogram(bool listIsBuilt, int firstSlot, int secondSlot, FloatList& list);
+  void CompareHaussdorf(int index, const VoxData& first, const VoxData& second, int firstSlot,
+                        int secondSlot);
+  void WriteCompared(int index, const std::string& name);
+  FloatList* signedDistances = nullptr;  ///< the list of the running histogram
+
   void PressMouse();
   void DragMouse();
   void ReleaseMouse();

@@ -2,6 +2,7 @@
 
 #include "VoxData/GiplIO.h"
 #include "VoxData/ImageLoader.h"
+#include "VoxData/MetaImage.h"
 #include "app/Globals.h"
 #include "ui/MainUI.h"
 
@@ -51,4 +52,9 @@ void ipReadGiplHeader(const char* path) {
   RawFields fields = ReadLoadGreyDialog(*mainUI);
   ipReadGiplHeader(path, fields);
   FillLoadGreyDialog(*mainUI, fields);
+}
+
+void FillDialogFromMetaImage(const char* path) {
+  RawFields fields = ReadLoadGreyDialog(*mainUI);
+  if (FillFieldsFromMetaImage(path, fields)) { FillLoadGreyDialog(*mainUI, fields); }
 }
