@@ -46,8 +46,11 @@ void HideAllWindows() {
 }
 
 void SetEvent(Fl_Window* window, int x, int y, int button) {
-  Fl::e_x = x;
-  Fl::e_y = y;
+  // The toolkit takes the place of every window above the target off, the top one's on the screen
+  // as well: for a view it has to be put on before.
+  const bool view = window->parent() != nullptr;
+  Fl::e_x = x + (view ? window->top_window()->x() : 0);
+  Fl::e_y = y + (view ? window->top_window()->y() : 0);
   Fl::e_x_root = x + window->x_root();
   Fl::e_y_root = y + window->y_root();
   Fl::e_keysym = FL_Button + button;
