@@ -156,12 +156,12 @@ TEST_F(LoadingTest, ContiguousLabelsStayTheSameOverSeveralLoads) {
   LoadGrey();
   for (const char* name : {"one.raw", "two.raw", "three.raw"}) {
     LoadSegByHand(Seg(name, {1, 2}));
-    EXPECT_THAT(Entries(Ui().colorLabelChoice), ElementsAre("Lablel 0", "Lablel 1", "Lablel 2"));
-    EXPECT_THAT(Entries(Ui().plotLabel2Choice), ElementsAre("Lablel 0", "Lablel 1", "Lablel 2"));
-    EXPECT_EQ(Ui().labelList[0], 0);
-    EXPECT_EQ(Ui().labelList[1], 1);
+    EXPECT_THAT(Entries(Ui().colorLabelChoice), ElementsAre("Lablel 1", "Lablel 2"));
+    EXPECT_THAT(Entries(Ui().plotLabel2Choice), ElementsAre("Lablel 1", "Lablel 2"));
+    EXPECT_EQ(Ui().labelList[0], 1);
+    EXPECT_EQ(Ui().labelList[1], 2);
     EXPECT_EQ(Ui().labelList[2], 2);
-    EXPECT_EQ(Ui().currentLabel, 0);
+    EXPECT_EQ(Ui().currentLabel, 1);
   }
 }
 
@@ -207,7 +207,7 @@ TEST_F(LoadingTest, AGreyLoadEmptiesTheMenusButThoseOfThePlotLabels) {
   EXPECT_THAT(Entries(Ui().image1Choice), ElementsAre());
   EXPECT_THAT(Entries(Ui().plotImage2Choice), ElementsAre());
   EXPECT_THAT(Entries(Ui().colorLabelChoice), ElementsAre());
-  EXPECT_THAT(Entries(Ui().plotLabel1Choice), ElementsAre("Lablel 0", "Lablel 1", "Lablel 2"));
+  EXPECT_THAT(Entries(Ui().plotLabel1Choice), ElementsAre("Lablel 1", "Lablel 2"));
   for (const std::uint8_t label : Ui().labelList) { EXPECT_EQ(label, 0); }
   EXPECT_EQ(Ui().imageSlider->maximum(), 0.0);
 }
