@@ -9,8 +9,6 @@
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
 
-#include <cmath>
-
 namespace {
 
 constexpr double kFullBar = 290.0;  // pixels at the end of a job
@@ -33,9 +31,10 @@ void MainUI::StartProgress(int steps) {
 }
 
 void MainUI::StepProgress() {
-  const double width = window3D->progressWidth + kFullBar / progressRange->maximum();
-  if (std::isfinite(width)) {  // a job of no steps has no width to add
-    window3D->progressWidth = static_cast<float>(width);
+  const double steps = progressRange->maximum();
+  if (steps > 0) {  // a job of no steps has no width to add
+    float& width = window3D->progressWidth;
+    width = static_cast<float>(width + kFullBar / steps);
     SetBarWidth(*this, Truncated(width));
     progressTrough->redraw();
   }
