@@ -52,7 +52,8 @@ Stream OpenGipl(const char* path) {
   const Unpacker* unpacker = UnpackerOf(path);
   if (unpacker == nullptr) { return {VoxData::OpenFile(path, "rb"), CloseStream{false}}; }
   if (unpacker->word != nullptr) { std::cout << unpacker->word << std::endl; }
-  const std::string command = unpacker->command + QuotedForShell(path);
+  // What the tool says of a broken file would stand between the reader's own words.
+  const std::string command = unpacker->command + QuotedForShell(path) + " 2>/dev/null";
   std::FILE* stream = popen(command.c_str(), "r");
   if (stream == nullptr) {
     std::fprintf(stderr, "Warning: popen of \"%s\" failed:", path);

@@ -291,24 +291,23 @@ bool MetaImage::ReadElements() {
   constexpr std::int64_t kMostForPattern = std::int64_t{1} << 31;
   const bool fits = pattern ? wanted <= kMostForPattern : true;
   const std::int64_t held = BytesThatFilesHold();
-  data = fits ? MI_Alloc(elementType, pattern || wanted <= held || elementBytes == 0
-                                          ? quantity
-                                          : held / elementBytes + 1)
-              : nullptr;
+  const bool whole = pattern || elementBytes == 0 || wanted <= held;
+  const std::int64_t elements = whole ? quantity : held / elementBytes + 1;
+  data = fits ? MI_Alloc(elementType, elements) : nullptr;
   if (data == nullptr) {
     const std::string text = "Error: Cannot allocate memory for image data";
     return Fail(text, text);
   }
   dataAllocated = 1;
-  const std::int64_t elements =
-      pattern || wanted <= held || elementBytes == 0 ? quantity : held / elementBytes + 1;
+  allocated = elements;
   bool read = false;
   if (std::strcmp(elementDataFile, "LOCAL") == 0) {
-    read = ReadData(data, elements, stream);
+    ReadData(data, elements, quantity, stream);
+    read = true;
   } else {
     const std::string own = elementDataFile;
     const std::string name = DirectoryOf(own).empty() ? headerDir + own : own;
-    read = pattern ? ReadPattern(name) : ReadOneFile(name, 0, elements);
+    read = pattern ? ReadPattern(name) : ReadOneFile(name, 0, elements, quantity);
   }
   if (read) { FixByteOrder(); }
   return read;
@@ -326,23 +325,26 @@ bool MetaImage::ReadPattern(const std::string& pattern) {
   for (int i = 0; i < slices; ++i) {
     if (each * (i + 1) > quantity) { break; }
     Expand(pattern, start + i, name);
-    if (!ReadOneFile(name, static_cast<std::size_t>(each * i * elementBytes), each)) {
+    if (!ReadOneFile(name, static_cast<std::size_t>(each * i * elementBytes), each, each)) {
       return false;
     }
   }
   return true;
 }
 
-bool MetaImage::ReadOneFile(const std::string& name, std::size_t at, std::int64_t elements) {
+bool MetaImage::ReadOneFile(const std::string& name, std::size_t at, std::int64_t elements,
+                            std::int64_t wanted) {
   const File file = OpenFile(name);
   if (!file) {
     return Fail("Error: Cannot open element data file: _" + name + "_",
                 "Error: cannot open element data file: " + name);
   }
-  return ReadData(static_cast<char*>(data) + at, elements, file.get());
+  // ON PURPOSE: a short file leaves its words and goes on.
+  ReadData(static_cast<char*>(data) + at, elements, wanted, file.get());
+  return true;
 }
 
-bool MetaImage::ReadData(void* buffer, std::int64_t n, std::FILE* file) {
+void MetaImage::ReadData(void* buffer, std::int64_t room, std::int64_t wanted, std::FILE* file) {
   if (headerSize > 0) {
     std::int64_t skipped = 0;
     char chunk[4096];
@@ -353,28 +355,26 @@ bool MetaImage::ReadData(void* buffer, std::int64_t n, std::FILE* file) {
       if (static_cast<std::int64_t>(got) < most) { break; }
     }
     if (skipped < headerSize) {
-      return Fail("Error: read header " + std::to_string(skipped) + " but expecting " +
-                      std::to_string(headerSize),
-                  "Error: read header " + std::to_string(skipped) + " but expected " +
-                      std::to_string(headerSize));
+      const std::string read = "Error: read header " + std::to_string(skipped);
+      Fail(read + " but expecting " + std::to_string(headerSize),
+           read + " but expected " + std::to_string(headerSize));
+      return;
     }
   }
   const std::size_t got = elementBytes > 0
                               ? std::fread(buffer, static_cast<std::size_t>(elementBytes),
-                                           static_cast<std::size_t>(n), file)
+                                           static_cast<std::size_t>(room), file)
                               : 0;
-  if (static_cast<std::int64_t>(got) == n) { return true; }
-  const std::int64_t expected =
-      n == std::int64_t{quantity} ? n : std::max<std::int64_t>(n, quantity);
-  const std::string count = std::to_string(got);
-  return Fail("Error: read " + count + " but expecting " + std::to_string(expected),
-              "Error: read " + count + " but expected " + std::to_string(expected));
+  if (static_cast<std::int64_t>(got) == wanted) { return; }
+  const std::string read = "Error: read " + std::to_string(got);
+  Fail(read + " but expecting " + std::to_string(wanted),
+       read + " but expected " + std::to_string(wanted));
 }
 
 void MetaImage::FixByteOrder() {
   if (elementMsb == 0) { return; }
   auto* bytes = static_cast<std::uint8_t*>(data);
-  const std::int64_t total = std::int64_t{quantity} * elementBytes;
+  const std::int64_t total = std::min(std::int64_t{quantity}, allocated) * elementBytes;
   if (elementBytes == 2 || elementBytes == 4) {
     // ON PURPOSE: of four bytes the two halves stay in place.
     for (std::int64_t i = 0; i + 1 < total; i += 2) { std::swap(bytes[i], bytes[i + 1]); }

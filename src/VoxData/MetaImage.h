@@ -82,10 +82,14 @@ private:
   bool TakeSizes(const std::vector<FieldRecord>& records);
   bool ReadElements();
   bool ReadPattern(const std::string& pattern);
-  bool ReadOneFile(const std::string& name, std::size_t at, std::int64_t elements);
-  bool ReadData(void* buffer, std::int64_t n, std::FILE* file);
+  bool ReadOneFile(const std::string& name, std::size_t at, std::int64_t elements,
+                   std::int64_t wanted);
+  /// `room` elements fit the buffer; `wanted` are those that the words speak of.
+  void ReadData(void* buffer, std::int64_t room, std::int64_t wanted, std::FILE* file);
   void FixByteOrder();
   std::int64_t BytesThatFilesHold() const;
+
+  std::int64_t allocated = 0;  ///< elements that `data` has room for
 };
 
 /// Zeroed array of `count` elements of a type; null, with a line on standard output, without memory.

@@ -38,7 +38,7 @@ std::string ReadLine(std::FILE* stream, int most) {
 }
 
 std::string ReadText(std::FILE* stream) {
-  std::string line = ReadLine(stream, kMaxLine - 1);
+  std::string line = ReadLine(stream, kMaxLine);
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (!IsPrintable(static_cast<unsigned char>(line[i]))) {
       line.resize(i);
