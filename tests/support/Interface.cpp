@@ -37,7 +37,7 @@ std::optional<std::string> AnswerChooser(const char* title, const char* pattern,
 
 // Interfaces of earlier tests: their widgets live to the end of the process, as the product's do.
 std::vector<MainUI*>& EarlierInterfaces() {
-  static std::vector<MainUI*> earlier;
+  static auto& earlier = *new std::vector<MainUI*>;  // reachable to the very end
   return earlier;
 }
 
