@@ -3,6 +3,8 @@
 
 #include "base/LabelVolume.h"
 
+#include <algorithm>
+
 /// Slice directions: the axis that is held fixed.
 enum SliceDirection : int { kSliceYZ = 0, kSliceXZ = 1, kSliceXY = 2 };
 
@@ -30,7 +32,40 @@ struct LabelSlice {
   }
   bool Bears(int label, int i, int j) const { return At(i, j) == label; }
 
+  /// Writes pixelOf(byte) of a picture of width by height pixels to out[j * width + i], of the byte
+  /// 0 outside the volume.
+  template <class Pixel, class PixelOf>
+  void Read(int width, int height, Pixel* out, PixelOf pixelOf) const {
+    std::fill_n(out, static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
+                pixelOf(std::uint8_t{0}));
+    const int slices[] = {volume.dimX, volume.dimY, volume.dimZ};
+    if (index < 0 || index >= slices[direction]) { return; }
+    const int rows = std::min(height, Height());
+    constexpr int kStrip = 32;  // rows that stay in the cache while the columns change
+    for (int first = 0; first < rows; first += kStrip) {
+      ReadRows(first, std::min(first + kStrip, rows), width, out, pixelOf);
+    }
+  }
+
 private:
+  template <class Pixel, class PixelOf>
+  void ReadRows(int first, int end, int width, Pixel* out, PixelOf pixelOf) const {
+    const int columns = std::min(width, Width());
+    const auto row = [&](int j) {
+      return out + static_cast<std::size_t>(j) * static_cast<std::size_t>(width);
+    };
+    if (direction == kSliceXY) {
+      for (int i = 0; i < columns; ++i) {
+        for (int j = first; j < end; ++j) { row(j)[i] = pixelOf(volume.At(i, j, index)); }
+      }
+    } else {
+      for (int j = first; j < end; ++j) {
+        const std::uint8_t* run =
+            direction == kSliceYZ ? volume.voxels[index][j] : volume.voxels[j][index];
+        std::transform(run, run + columns, row(j), pixelOf);
+      }
+    }
+  }
   std::uint8_t Voxel(int x, int y, int z) const {
     return volume.Contains(x, y, z) ? volume.At(x, y, z) : std::uint8_t{0};
   }

@@ -16,6 +16,7 @@
 
 namespace {
 
+const char* const kNotLoaded = "The chosen images are not loaded";
 const char* const kSizesDiffer = "The two images have different sizes and cannot be compared";
 
 bool HoldsLabel(const LabelVolume& labels, int label) {
@@ -42,24 +43,29 @@ VoxData* ImageAt(const MainUI& ui, int index) {
   return ui.images[index]->seg != nullptr ? ui.images[index] : nullptr;
 }
 
-ChosenPair TakeChosenPair(const MainUI& ui) {
+ChosenPair FindChosenPair(const MainUI& ui) {
   ChosenPair pair;
   pair.index1 = ChosenIndex(ui.image1Choice);
   pair.index2 = ChosenIndex(ui.image2Choice);
   pair.image1 = ImageAt(ui, pair.index1);
   pair.image2 = ImageAt(ui, pair.index2);
-  if (pair.image1 == nullptr || pair.image2 == nullptr) {
-    Refuse("The chosen images are not loaded");
-    return pair;
+  pair.ok = pair.image1 != nullptr && pair.image2 != nullptr &&
+            pair.image1->Labels().SameSize(pair.image2->Labels());
+  return pair;
+}
+
+ChosenPair TakeChosenPair(const MainUI& ui) {
+  const ChosenPair pair = FindChosenPair(ui);
+  if (!pair.ok) {
+    const bool loaded = pair.image1 != nullptr && pair.image2 != nullptr;
+    Refuse(loaded ? kSizesDiffer : kNotLoaded);
   }
-  pair.ok = pair.image1->Labels().SameSize(pair.image2->Labels());
-  if (!pair.ok) { Refuse(kSizesDiffer); }
   return pair;
 }
 
 bool CanMeasureVolume(const MainUI& ui, const VoxData* image) {
   if (image == nullptr) {
-    Refuse("The chosen images are not loaded");
+    Refuse(kNotLoaded);
     return false;
   }
   const LabelVolume labels = image->Labels();
@@ -114,19 +120,21 @@ bool CanMeasureUsers(const MainUI& ui, int mostUsers) {
     Refuse(("At most " + std::to_string(mostUsers) + " users can be compared").c_str());
     return false;
   }
-  const VoxData* first = ImageAt(ui, 0);
-  if (static_cast<long long>(ui.userCount) * ui.slicesPerUser > kMaxImages) {
-    Refuse("The list file names more segmentations than are loaded");
+  const auto wanted = static_cast<long long>(ui.userCount) * ui.slicesPerUser;
+  if (wanted > std::min(ui.imageCount, kMaxImages)) {
+    Refuse(("The study names " + std::to_string(wanted) + " segmentations, but only " +
+            std::to_string(ui.imageCount) + " are loaded")
+               .c_str());
     return false;
   }
-  for (int slot = 0; slot < ui.userCount * ui.slicesPerUser; ++slot) {
+  for (int slot = 0; slot < wanted; ++slot) {
     const VoxData* image = ImageAt(ui, slot);
-    if (image == nullptr || slot >= ui.imageCount) {
-      Refuse("The list file names more segmentations than are loaded");
+    if (image == nullptr) {
+      Refuse(("Segmentation " + std::to_string(slot + 1) + " is not loaded").c_str());
       return false;
     }
-    if (!image->Labels().SameSize(first->Labels())) {
-      Refuse(kSizesDiffer);
+    if (!image->Labels().SameSize(ui.images[0]->Labels())) {
+      Refuse("The segmentations have different sizes and cannot be compared");
       return false;
     }
   }

@@ -18,6 +18,8 @@ VoxData* ImageAt(const MainUI& ui, int index);
 
 /// Image 1 and Image 2 of the choosers. Refused: an entry without a slot, two sizes that differ.
 ChosenPair TakeChosenPair(const MainUI& ui);
+/// The same without a message box, for what follows a measure that has refused already.
+ChosenPair FindChosenPair(const MainUI& ui);
 
 /// The chosen pair for a measure on volumes. Refused besides: a size other than that of slot 0
 /// or of the image on the slider, more than 280 voxels on an axis.
@@ -38,5 +40,5 @@ bool CanShowSlice(const MainUI& ui, int direction);
 void WarnIfLabelMissing(const MainUI& ui, const VoxData& image, const char* role);
 
 /// False, with a message box, where the images of `userCount` users with `slicesPerUser` repeats
-/// are not all loaded and of one size, or the users are more than `mostUsers`.
+/// are not all loaded and of one size, where there are none, or more users than `mostUsers`.
 bool CanMeasureUsers(const MainUI& ui, int mostUsers);

@@ -8,10 +8,6 @@
 class MainUI;
 class VoxData;
 
-namespace measure {
-struct SliceVectors;
-}
-
 /// Direction last prepared by the overlay and probability measures; starts at 2.
 extern std::int32_t lastDirection;
 
@@ -103,15 +99,6 @@ public:
   void PrepareDirection(int wanted);
 
 private:
-  /// Steps 2 to 6 of a contour measure; a sweep covers the pixels from `firstPixel` to
-  /// side - `shortOfEnd`.
-  void MeasureContour(int firstPixel, int shortOfEnd);
-  void ShowContour();
-  measure::SliceVectors MapSlice(int imageIndex, int mapDirection);
-  void KeepMap(const measure::SliceVectors& vectors, int mapDirection);
-  void CountUsers();
-  void ShowProbability();
-
   void Demand(bool initializedToo, const char* words) const;
   void AllocateBuffers();
   void FreeBuffers();

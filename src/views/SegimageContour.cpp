@@ -1,105 +1,108 @@
-// Segimage: complexity and interior contour.
+// Segimage: contour, complexity and interior contour of a slice.
+#include "VoxData/VoxData.h"
 #include "ui/Fields.h"
 #include "ui/MainUI.h"
+#include "ui/StudyChecks.h"
 #include "views/Segimage.h"
 #include "views/SegimageMeasures.h"
 #include "views/slicemeasures/SliceContour.h"
 
 #include <FL/Fl_Output.H>
+#include <FL/Fl_Round_Button.H>
 #include <FL/Fl_Slider.H>
 
 namespace {
 
-// 4 times pi in the digits that the published ratios were made with.
-constexpr double kFourPi = 12.56637061432;
+measure::ContourPictures PicturesOf(Segimage& canvas) {
+  return {canvas.result, canvas.mark, slice::SizeOf(canvas)};
+}
 
-const VoxData* ShownOrRefuse(const MainUI& ui) {
-  const VoxData* shown = ImageAt(ui, Truncated(ui.imageSlider));
-  return shown != nullptr && slice::CanShowSlices(ui) ? shown : nullptr;
+/// The contour of the image on show, whatever the chosen images are.
+/// Returns: the pixels of the label.
+int PaintShownContour(Segimage& canvas, int direction) {
+  const MainUI& ui = *canvas.mainUI;
+  const VoxData& shown = *ImageAt(ui, Truncated(ui.imageSlider));
+  return measure::PaintContour(slice::SliceOf(ui, shown, direction),
+                               slice::SliderSlice(ui, kSliceYZ), ui.currentLabel,
+                               PicturesOf(canvas));
+}
+
+/// Wave, walk and picture; leaves the length in `perimeter`.
+void WalkContour(Segimage& canvas, measure::WaveExtent extent) {
+  const measure::ContourWalk walk = measure::WalkContour(extent, PicturesOf(canvas));
+  canvas.contourStep = 2;  // the number that the wave begins with
+  canvas.contourX = walk.pixel.i;
+  canvas.contourY = walk.pixel.j;
+  canvas.perimeter = walk.perimeter;
 }
 
 }  // namespace
 
-void Segimage::MeasureContour(int firstPixel, int shortOfEnd) {
-  const measure::Pixel start = measure::FindStart(result, sliceWidth, sliceHeight);
-  contourStep = 2;
-  measure::NumberContour(
-      start, result, sliceWidth, sliceHeight,
-      {firstPixel, sliceWidth - shortOfEnd, firstPixel, sliceHeight - shortOfEnd}, mark);
-  const measure::Pixel farthest = measure::FindFarthest(mark, sliceWidth, sliceHeight, start);
-  contourX = farthest.i;
-  contourY = farthest.j;
-  perimeter = 0.0F;
-  ContourWalkBack(contourX, contourY);
-  measure::ShowNumbered(mark, sliceWidth, sliceHeight, result);
-}
-
-void Segimage::ShowContour() {
-  extraTextureOn = 0;
-  overlayInDrawCurrent = 0;
-  CreateGreySliceTexture();
-  redraw();
-  mainUI->RedrawViews();
-}
-
-void Segimage::ContourWaveStep(int column, int row) {
-  if (column == contourX && row == contourY) { return; }  // the start is left out of the wave
-  perimeter += static_cast<float>(measure::WaveStep(column, row, result, mark));
-}
-
-void Segimage::ContourWalkBack(int column, int row) {
-  perimeter = measure::WalkBack({column, row}, mark, result, perimeter);
-}
-
 void Segimage::Complexity() {
   const RunningCommand running(*mainUI);
   if (running.Refused()) { return; }
+  if (mainUI->imageCount < 1) {
+    greyHidden = 0;
+    return;
+  }
+  if (!slice::CanShowSlices(*mainUI)) { return; }
   greyHidden = 0;
-  const VoxData* shown = ShownOrRefuse(*mainUI);
-  if (shown == nullptr) { return; }
+
   int area = 0;
   for (const int wanted : slice::DirectionsOn(*mainUI)) {
     Register(wanted, mainUI);
     InitSlice();
-    area += measure::FindContour(slice::SliceOf(*mainUI, *shown, wanted), mainUI->currentLabel,
-                                 slice::SliderSlice(*mainUI, 0), sliceWidth, sliceHeight, result);
+    area += PaintShownContour(*this, wanted);
   }
-  MeasureContour(1, 2);
+  WalkContour(*this, measure::WaveExtent::Interior);
 
-  const double length = perimeter;
-  SetField(mainUI->perimeterOutput, "%.4f", length);
+  SetField(mainUI->perimeterOutput, "%.4f", perimeter);
   SetField(mainUI->areaOutput, "%d", area);
-  SetField(mainUI->ratioOutput, "%.6f", length * length / (area * kFourPi));
-  ShowContour();
+  SetField(mainUI->ratioOutput, "%.6f", measure::ContourComplexity(perimeter, area));
+  slice::ShowGreyResult(*this);
+  mainUI->RedrawViews();
 }
 
 void Segimage::InteriorContour() {
   const RunningCommand running(*mainUI);
   if (running.Refused()) { return; }
+  if (mainUI->imageCount < 1) {
+    greyHidden = 0;
+    return;
+  }
+  if (!slice::CanShowSlices(*mainUI)) { return; }
+  ChosenPair pair;
+  if (mainUI->directionXYButton->value() != 0) {  // the other directions look at one image alone
+    pair = TakeChosenPair(*mainUI);
+    if (!pair.ok) { return; }
+  }
   greyHidden = 0;
-  const VoxData* shown = ShownOrRefuse(*mainUI);
-  if (shown == nullptr) { return; }
-  const ChosenPair pair = TakeChosenPair(*mainUI);
-  if (!pair.ok) { return; }
+
   int area = 0;
   for (const int wanted : slice::DirectionsOn(*mainUI)) {
     Register(wanted, mainUI);
     InitSlice();
-    // ON PURPOSE: only direction XY compares the two images; the others measure the image on the
-    // slider as "Complexity" does.
-    area +=
-        wanted == kSliceXY
-            ? measure::FindContourOfFirst(slice::SliceOf(*mainUI, *pair.image1, wanted),
-                                          slice::SliceOf(*mainUI, *pair.image2, wanted),
-                                          mainUI->currentLabel, sliceWidth, sliceHeight, mark,
-                                          result)
-            : measure::FindContour(slice::SliceOf(*mainUI, *shown, wanted), mainUI->currentLabel,
-                                   slice::SliderSlice(*mainUI, 0), sliceWidth, sliceHeight, result);
+    // ON PURPOSE: Image 1 and Image 2 are compared along XY alone. Along YZ and XZ this is the
+    // contour and the area of the image on show.
+    area += wanted == kSliceXY
+                ? measure::PaintContourOfFirst(slice::SliceOf(*mainUI, *pair.image1, wanted),
+                                               slice::SliceOf(*mainUI, *pair.image2, wanted),
+                                               mainUI->currentLabel, PicturesOf(*this))
+                : PaintShownContour(*this, wanted);
   }
-  MeasureContour(0, 1);
+  WalkContour(*this, measure::WaveExtent::Whole);
 
-  SetField(mainUI->interiorPerimeterOutput, "%.4f", static_cast<double>(perimeter));
+  SetField(mainUI->interiorPerimeterOutput, "%.4f", perimeter);
   SetField(mainUI->nonCommonAreaOutput, "%d", area);
   SetField(mainUI->interiorRatioOutput, "%.6f", area / static_cast<double>(perimeter));
-  ShowContour();
+  slice::ShowGreyResult(*this);
+  mainUI->RedrawViews();
+}
+
+void Segimage::ContourWaveStep(int column, int row) {
+  measure::StepWave({contourX, contourY}, {column, row}, PicturesOf(*this), perimeter);
+}
+
+void Segimage::ContourWalkBack(int column, int row) {
+  measure::WalkBack({column, row}, PicturesOf(*this), perimeter);
 }

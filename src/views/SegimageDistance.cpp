@@ -1,12 +1,15 @@
-// Segimage: distance map and Hausdorff distance of a slice.
+// Segimage: distance map and Haussdorf distance of a slice.
+#include "VoxData/VoxData.h"
 #include "ui/Fields.h"
 #include "ui/MainUI.h"
+#include "ui/StudyChecks.h"
 #include "views/Segimage.h"
 #include "views/SegimageMeasures.h"
 #include "views/slicemeasures/SliceDistance.h"
 #include "views/slicemeasures/SliceFarPoint.h"
 
 #include <FL/Fl.H>
+#include <FL/Fl_Group.H>
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
 
@@ -16,92 +19,126 @@
 
 namespace {
 
-/// Moves the hidden value of the panel; in the forward scan events are handled as well.
-class ScanProgress : public Progress {
+using measure::ScanOrder;
+using measure::SliceVectors;
+
+/// Moves the bar's hidden value row by row; the panel is not shown.
+class RowProgress : public Progress {
 public:
-  explicit ScanProgress(MainUI& owner) : ui(owner) {}
+  RowProgress(MainUI& owner, int rows) : ui(owner) {
+    ui.progressRange->maximum(2 * rows);
+    ui.progressRange->value(0);
+  }
+  /// Whether a row lets the toolkit handle waiting events.
+  bool handlesEvents = true;
+
   void Step() override {
-    ui.progressRange->value(ui.progressRange->value() + 1.0);
+    ++done;
+    ui.progressRange->value(done);
     if (handlesEvents) { Fl::check(); }
   }
-  bool handlesEvents = true;
+  void ShowMessage(const char* text) override { ui.progressText->value(text); }
 
 private:
   MainUI& ui;
+  int done = 0;
 };
 
-std::int16_t* NewCopy(const std::vector<std::int16_t>& values) {
-  auto* copy = static_cast<std::int16_t*>(
-      std::malloc(std::max<std::size_t>(values.size(), 1) * sizeof(std::int16_t)));
-  if (copy != nullptr) { std::memcpy(copy, values.data(), values.size() * sizeof(std::int16_t)); }
-  return copy;
+/// A block of its own for a member, which anyone may free; null where memory is short.
+std::int16_t* NewBlock(const std::vector<std::int16_t>& values) {
+  const std::size_t bytes = values.size() * sizeof(std::int16_t);
+  auto* block = static_cast<std::int16_t*>(std::malloc(std::max<std::size_t>(bytes, 1)));
+  if (block != nullptr && bytes > 0) { std::memcpy(block, values.data(), bytes); }
+  return block;
+}
+
+void TurnCanvas(Segimage& canvas, int direction) {
+  canvas.Register(direction, canvas.mainUI);
+  canvas.InitSlice();
+}
+
+/// Maps one slice and leaves the canvas turned to it, with the vectors in its members.
+///
+/// Events are handled meanwhile, so that another command can turn the canvas, move a slider or
+/// choose a label: what the map is made of is read before the first of them.
+SliceVectors MapSlice(Segimage& canvas, const LabelSlice& slice, int label) {
+  TurnCanvas(canvas, slice.direction);
+  const measure::SliceSize size = slice::SizeOf(canvas);
+  SliceVectors vectors = measure::StartVectors(slice, label, size);
+  RowProgress progress(*canvas.mainUI, size.height);
+  progress.ShowMessage("Starting forward scan");
+  measure::ScanForward(vectors, progress);
+  progress.ShowMessage("Starting backward scan");
+  progress.handlesEvents = false;
+  measure::ScanBackward(vectors, progress);
+  canvas.mainUI->HideProgress();
+  const bool turned = canvas.direction != slice.direction || canvas.sliceWidth != size.width ||
+                      canvas.sliceHeight != size.height;
+  if (turned) { TurnCanvas(canvas, slice.direction); }
+
+  std::free(canvas.sliceDistX);
+  std::free(canvas.sliceDistY);
+  canvas.sliceDistX = NewBlock(vectors.x);
+  canvas.sliceDistY = NewBlock(vectors.y);
+  return vectors;
+}
+
+/// One image's slices of the directions that are on.
+std::vector<LabelSlice> SlicesOf(const MainUI& ui, const VoxData& image) {
+  std::vector<LabelSlice> slices;
+  for (const int direction : slice::DirectionsOn(ui)) {
+    slices.push_back(slice::SliceOf(ui, image, direction));
+  }
+  return slices;
+}
+
+/// The map of the last of an image's slices.
+SliceVectors MapSlices(Segimage& canvas, const std::vector<LabelSlice>& slices, int label) {
+  SliceVectors vectors;
+  for (const LabelSlice& slice : slices) { vectors = MapSlice(canvas, slice, label); }
+  return vectors;
 }
 
 enum class Half { First, Second };
 
-measure::ScanOrder OrderFor(Half half, int direction) {
-  // ON PURPOSE: only the second half scans direction XZ with the columns inside.
-  return half == Half::Second && direction == kSliceXZ ? measure::ScanOrder::ColumnsInside
-                                                       : measure::ScanOrder::RowsInside;
+/// ON PURPOSE: the second half runs through the slice XZ row by row, which decides between pixels
+/// of equal distance; everything else runs column by column.
+ScanOrder OrderFor(Half half, int direction) {
+  const bool byRows = half == Half::Second && direction == kSliceXZ;
+  return byRows ? ScanOrder::RowsOuter : ScanOrder::ColumnsOuter;
+}
+
+/// The largest distance from the pixels of one image to another, painted.
+double DirectedHaussdorf(Segimage& canvas, const std::vector<LabelSlice>& mapped,
+                         const std::vector<LabelSlice>& scanned, int label, Half half) {
+  const SliceVectors map = MapSlices(canvas, mapped, label);
+  measure::FarPoint far;
+  for (const LabelSlice& slice : scanned) {
+    measure::MarkFarPoint(slice, label, map, OrderFor(half, slice.direction), far, canvas.result);
+  }
+  return far.distance;
 }
 
 }  // namespace
 
-measure::SliceVectors Segimage::MapSlice(int imageIndex, int mapDirection) {
-  Register(mapDirection, mainUI);
-  InitSlice();
-  measure::SliceVectors vectors;
-  const VoxData* image = ImageAt(*mainUI, imageIndex);
-  if (image == nullptr || sliceWidth > kMaxSliceSide || sliceHeight > kMaxSliceSide) {
-    return vectors;
-  }
-  measure::StartSliceVectors(slice::SliceOf(*mainUI, *image, mapDirection), mainUI->currentLabel,
-                             sliceWidth, sliceHeight, vectors);
-  mainUI->progressText->value("Starting forward scan");
-  mainUI->progressRange->maximum(2 * sliceHeight);
-  mainUI->progressRange->value(0);
-  // Another command may begin in the forward scan and turn the canvas: the map knows its own size.
-  ScanProgress progress(*mainUI);
-  measure::ScanForward(vectors, progress);
-  mainUI->progressText->value("Starting backward scan");
-  progress.handlesEvents = false;
-  measure::ScanBackward(vectors, progress);
-  mainUI->HideProgress();
-  return vectors;
-}
-
-void Segimage::KeepMap(const measure::SliceVectors& vectors, int mapDirection) {
-  if (direction != mapDirection || sliceWidth != vectors.width || sliceHeight != vectors.height) {
-    Register(mapDirection, mainUI);
-    InitSlice();
-  }
-  std::free(sliceDistX);
-  std::free(sliceDistY);
-  sliceDistX = NewCopy(vectors.x);
-  sliceDistY = NewCopy(vectors.y);
-}
-
 void Segimage::SliceDistanceMap(int imageIndex, int mapDirection) {
+  if (mapDirection < kSliceYZ || mapDirection > kSliceXY) { return; }
   const RunningCommand running(*mainUI);
-  if (running.Refused()) { return; }
-  KeepMap(MapSlice(imageIndex, mapDirection), mapDirection);
+  const VoxData* image = ImageAt(*mainUI, imageIndex);
+  if (running.Refused() || image == nullptr || !CanShowSlice(*mainUI, mapDirection)) { return; }
+  MapSlice(*this, slice::SliceOf(*mainUI, *image, mapDirection), mainUI->currentLabel);
 }
 
 void Segimage::DisplayDistanceMap() {
   const RunningCommand running(*mainUI);
-  if (running.Refused()) { return; }
-  if (!slice::CanShowSlices(*mainUI)) { return; }
+  if (running.Refused() || !slice::CanShowSlices(*mainUI)) { return; }
+  const VoxData* shown = ImageAt(*mainUI, Truncated(mainUI->imageSlider));
+  if (shown == nullptr) { return; }
+  WarnIfLabelMissing(*mainUI, *shown, "the image on show");
   greyHidden = 0;
-  const int shown = Truncated(mainUI->imageSlider);
-  for (const int wanted : slice::DirectionsOn(*mainUI)) {
-    const measure::SliceVectors vectors = MapSlice(shown, wanted);
-    KeepMap(vectors, wanted);
-    measure::PaintDistances(vectors, result);
-  }
-  extraTextureOn = 0;
-  overlayInDrawCurrent = 0;
-  CreateGreySliceTexture();
-  redraw();
+  const SliceVectors vectors = MapSlices(*this, SlicesOf(*mainUI, *shown), mainUI->currentLabel);
+  measure::PaintDistances(vectors, result);
+  slice::ShowGreyResult(*this);
 }
 
 void Segimage::Haussdorf2D() {
@@ -113,34 +150,16 @@ void Segimage::Haussdorf2D() {
   WarnIfLabelMissing(*mainUI, *pair.image2, "Image 2");
   greyHidden = 0;
 
+  // Read before anything handles events.
   const int label = mainUI->currentLabel;
-  const std::vector<int> directions = slice::DirectionsOn(*mainUI);
-  const auto directed = [&](int mapped, const VoxData& scanned, Half half) {
-    measure::SliceVectors vectors;
-    std::vector<LabelSlice> slices;  // as they are now: a slider may move during a scan
-    for (const int wanted : directions) {
-      slices.push_back(slice::SliceOf(*mainUI, scanned, wanted));
-      vectors = MapSlice(mapped, wanted);
-      KeepMap(vectors, wanted);
-    }
-    measure::FarPoint far;
-    for (const LabelSlice& scannedSlice : slices) {
-      measure::MarkFarPoint(scannedSlice, label, vectors, OrderFor(half, scannedSlice.direction),
-                            far, result);
-    }
-    return far.distance;
-  };
+  const std::vector<LabelSlice> slices1 = SlicesOf(*mainUI, *pair.image1);
+  const std::vector<LabelSlice> slices2 = SlicesOf(*mainUI, *pair.image2);
 
-  const double aToB = directed(pair.index1, *pair.image2, Half::First);
+  const double aToB = DirectedHaussdorf(*this, slices1, slices2, label, Half::First);
   SetField(mainUI->haussdorfABOutput, "%f", aToB);
-  const double bToA = directed(pair.index2, *pair.image1, Half::Second);
+  const double bToA = DirectedHaussdorf(*this, slices2, slices1, label, Half::Second);
   SetField(mainUI->haussdorfBAOutput, "%f", bToA);
-  const auto first = static_cast<float>(aToB);
-  const auto second = static_cast<float>(bToA);
-  SetField(mainUI->haussdorfOutput, "%f", static_cast<double>(second > first ? second : first));
-
-  extraTextureOn = 0;
-  overlayInDrawCurrent = 0;
-  CreateGreySliceTexture();
-  redraw();
+  SetField(mainUI->haussdorfOutput, "%f",
+           std::max(static_cast<float>(aToB), static_cast<float>(bToA)));
+  slice::ShowGreyResult(*this);
 }

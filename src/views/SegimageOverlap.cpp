@@ -1,15 +1,18 @@
 // Segimage: overlap of Image 1 and Image 2 on a slice.
+#include "VoxData/VoxData.h"
 #include "ui/Fields.h"
 #include "ui/MainUI.h"
+#include "ui/StudyChecks.h"
 #include "views/Segimage.h"
 #include "views/SegimageMeasures.h"
 #include "views/slicemeasures/SliceOverlap.h"
 
 #include <FL/Fl_Output.H>
+#include <FL/Fl_Round_Button.H>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 std::int32_t lastDirection = 2;
 
@@ -37,7 +40,9 @@ void WriteRatio(const MainUI& ui, const measure::SliceOverlap& overlap) {
 }  // namespace
 
 void Segimage::PrepareDirection(int wanted) {
-  if (lastDirection == wanted) { return; }
+  // ON PURPOSE: the measures on contours and distances and the loads turn the canvas without a
+  // word here, so that an overlay can count within the sizes of another direction.
+  if (lastDirection == wanted && slice::FitsPictures(*this)) { return; }
   Register(wanted, mainUI);
   InitSlice();
   lastDirection = wanted;
@@ -56,8 +61,7 @@ void Segimage::OverlayResult2D() {
     PrepareDirection(wanted);
     measure::CountOverlap(slice::SliceOf(*mainUI, *pair.image1, wanted),
                           slice::SliceOf(*mainUI, *pair.image2, wanted), mainUI->currentLabel,
-                          std::min(sliceWidth, kMaxSliceSide), std::min(sliceHeight, kMaxSliceSide),
-                          overlap, result);
+                          slice::SizeOf(*this), overlap, result);
   }
 
   SetField(mainUI->union2DOutput, "%d", overlap.Union());
@@ -74,17 +78,15 @@ void Segimage::OverlayResult2D() {
 
 void Segimage::Overlay2D() {
   const RunningCommand running(*mainUI);
-  if (running.Refused()) { return; }
-  // What cannot be compared has been refused by the overlap before it.
-  if (!slice::IsComparable(*mainUI)) { return; }
-  const VoxData* image2 = ImageAt(*mainUI, ChosenIndex(mainUI->image2Choice));
+  const ChosenPair pair = FindChosenPair(*mainUI);
+  // What is wrong the overlap before it has said.
+  if (running.Refused() || !pair.ok || !slice::FitsPictures(*this)) { return; }
   overlayVisible = 1;
   std::memset(result, 0, sizeof result);
   for (const int wanted : slice::DirectionsOn(*mainUI)) {
     PrepareDirection(wanted);
-    measure::PaintMask(slice::SliceOf(*mainUI, *image2, wanted), mainUI->currentLabel,
-                       std::min(sliceWidth, kMaxSliceSide), std::min(sliceHeight, kMaxSliceSide),
-                       result);
+    measure::PaintMask(slice::SliceOf(*mainUI, *pair.image2, wanted), mainUI->currentLabel,
+                       slice::SizeOf(*this), result);
   }
   CreateGreySliceTexture();
   CreateSegSliceTexture();

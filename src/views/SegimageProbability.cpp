@@ -1,6 +1,9 @@
-// Segimage: probability within and between users on a slice.
+// Segimage: probability within one user and between two users on a slice.
+#include "VoxData/VoxData.h"
 #include "ui/Fields.h"
 #include "ui/MainUI.h"
+#include "ui/Modal.h"
+#include "ui/StudyChecks.h"
 #include "views/Segimage.h"
 #include "views/SegimageMeasures.h"
 #include "views/slicemeasures/SliceProbability.h"
@@ -8,54 +11,62 @@
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
 
-#include <algorithm>
 #include <cstring>
 
-void Segimage::CountUsers() {
-  const int images = mainUI->userCount * mainUI->slicesPerUser;
-  for (const int wanted : slice::DirectionsOn(*mainUI)) {
-    PrepareDirection(wanted);
-    std::vector<LabelSlice> slices;
-    for (int slot = 0; slot < images; ++slot) {
-      slices.push_back(slice::SliceOf(*mainUI, *mainUI->images[slot], wanted));
-    }
-    measure::CountRepeats(slices, mainUI->userCount, mainUI->slicesPerUser, mainUI->currentLabel,
-                          std::min(sliceWidth, kMaxSliceSide), std::min(sliceHeight, kMaxSliceSide),
-                          userCounts);
+namespace {
+
+measure::RepeatedSlices RepeatsOf(const MainUI& ui, int direction) {
+  measure::RepeatedSlices study;
+  study.users = ui.userCount;
+  study.repeats = ui.slicesPerUser;
+  for (int slot = 0; slot < study.users * study.repeats; ++slot) {
+    study.slices.push_back(slice::SliceOf(ui, *ui.images[slot], direction));
+  }
+  return study;
+}
+
+/// Counts every user's repeats in the directions that are on.
+void CountRepeats(Segimage& canvas) {
+  const MainUI& ui = *canvas.mainUI;
+  for (const int wanted : slice::DirectionsOn(ui)) {
+    canvas.PrepareDirection(wanted);
+    measure::CountUsers(RepeatsOf(ui, wanted), ui.currentLabel, slice::SizeOf(canvas),
+                        canvas.userCounts);
   }
 }
 
-void Segimage::ShowProbability() {
-  extraTextureOn = 0;
-  CreateGreySliceTexture();
-  overlayInDrawCurrent = 0;
-  redraw();
-}
+}  // namespace
 
 void Segimage::ProbabilityIntra() {
   const RunningCommand running(*mainUI);
-  if (running.Refused()) { return; }
-  if (!slice::CanShowSlices(*mainUI) || !CanMeasureUsers(*mainUI, kMaxSliceUsers)) { return; }
+  if (running.Refused() || !CanMeasureUsers(*mainUI, kMaxSliceUsers) ||
+      !slice::CanShowSlices(*mainUI)) {
+    return;
+  }
+  const int user = Truncated(mainUI->overlayIntraSlider);
+  if (user < 0 || user >= mainUI->userCount) {
+    Refuse("The study has no such user: move the slider below \"Overlay Intra\"");
+    return;
+  }
   greyHidden = 0;
-  CountUsers();
-  const int user = std::clamp(Truncated(mainUI->overlayIntraSlider), 0, kMaxSliceUsers - 1);
-  const double agreement = measure::AgreementWithin(userCounts, user, mainUI->slicesPerUser,
-                                                    std::min(sliceWidth, kMaxSliceSide),
-                                                    std::min(sliceHeight, kMaxSliceSide), result);
-  SetField(mainUI->probaOverlapIntraOutput, "%.6f", agreement);
-  ShowProbability();
+  CountRepeats(*this);
+  const double overlap =
+      measure::PaintOneUser(userCounts, user, mainUI->slicesPerUser, slice::SizeOf(*this), result);
+  SetField(mainUI->probaOverlapIntraOutput, "%.6f", overlap);
+  slice::ShowGreyResult(*this);
 }
 
 void Segimage::ProbabilityInter() {
   const RunningCommand running(*mainUI);
-  if (running.Refused()) { return; }
-  if (!slice::CanShowSlices(*mainUI) || !CanMeasureUsers(*mainUI, kMaxSliceUsers)) { return; }
+  if (running.Refused() || !CanMeasureUsers(*mainUI, kMaxSliceUsers) ||
+      !slice::CanShowSlices(*mainUI)) {
+    return;
+  }
   greyHidden = 0;
   std::memset(userCounts, 0, sizeof userCounts);
-  CountUsers();
-  const double agreement = measure::AgreementBetween(
-      userCounts, mainUI->userCount, mainUI->slicesPerUser, std::min(sliceWidth, kMaxSliceSide),
-      std::min(sliceHeight, kMaxSliceSide), result);
-  SetField(mainUI->probaOverlapInterOutput, "%.6f", agreement);
-  ShowProbability();
+  CountRepeats(*this);
+  const double overlap = measure::PaintTwoUsers(
+      userCounts, mainUI->userCount, mainUI->slicesPerUser, slice::SizeOf(*this), result);
+  SetField(mainUI->probaOverlapInterOutput, "%.6f", overlap);
+  slice::ShowGreyResult(*this);
 }

@@ -1,4 +1,4 @@
-// The contour of a label on a slice: found, numbered by a wave, and walked back.
+// The contour of a label on a slice: found, numbered by a wave, walked back and measured.
 #pragma once
 
 #include "base/LabelSlice.h"
@@ -6,53 +6,77 @@
 
 namespace measure {
 
-constexpr std::int32_t kContour = 65000;  ///< contour pixel in the picture
-constexpr std::int32_t kWalked = 30000;   ///< pixel that the walk back has left
+constexpr std::int32_t kContourPixel = 65000;
+constexpr std::int32_t kWalkedPixel = 30000;  ///< left by the walk, painted over in the end
+constexpr int kWaveSweeps = 300;
 
-struct Pixel {
-  int i = 0;
-  int j = 0;
+/// The two pictures of a contour measure. `mark` is the work image of the contour rule first, and
+/// then holds the wave numbers: 0 none, 1 the start, every further pixel one more than the pixel
+/// that reached it. Pixels beyond the slice keep what larger slices left there.
+struct ContourPictures {
+  Picture& result;
+  Picture& mark;
+  SliceSize size;
 };
 
-/// Paints the contour of `label` on the interior pixels: 65000 on it, else 0. Border pixels stay.
+/// The pixels that the wave visits: all of the slice, or all but its outermost ring.
+enum class WaveExtent { Interior, Whole };
+
+/// Paints the contour of `label` in the interior of the slice: 65000 on it, 0 elsewhere.
 ///
-/// Returns: how many interior pixels bear the label.
-/// ON PURPOSE: the rule works on the raw bytes, so where another label touches its value counts;
-/// and along direction 1 the term of the pixel before reads slice `otherSlice` of the volume.
-int FindContour(const LabelSlice& slice, int label, int otherSlice, int width, int height,
-                Picture& result);
+/// A pixel with the label in its 3 x 3 neighbourhood is on the contour where the sum of its four
+/// straight neighbours is above 8 times its own value. The values are the raw bytes, so that
+/// another label that touches counts with its number. The border of the slice keeps its pixels.
+/// `otherSlice` is read in the direction XZ alone, see the source.
+/// Returns: the number of interior pixels with the label.
+int PaintContour(const LabelSlice& slice, int otherSlice, int label, const ContourPictures& on);
 
-/// The same on Image 1 alone, through `mark`, whose border cells keep what they held.
+/// The same for the region of `label` in `a` alone, whatever other labels touch it.
 ///
-/// Returns: how many interior pixels exactly one of the two images has.
-int FindContourOfFirst(const LabelSlice& first, const LabelSlice& second, int label, int width,
-                       int height, Picture& mark, Picture& result);
+/// ON PURPOSE: the border of `mark` takes part in the rule as an earlier measure left it.
+/// Returns: the number of interior pixels that bear the label in exactly one of the two slices.
+int PaintContourOfFirst(const LabelSlice& a, const LabelSlice& b, int label,
+                        const ContourPictures& on);
 
-/// First contour pixel by column, then row; (width, height) when there is none.
-Pixel FindStart(const Picture& result, int width, int height);
+/// The first contour pixel, the smallest i first; (width, height) where there is none.
+PicturePixel FirstContourPixel(const ContourPictures& on);
 
-/// The pixels that one sweep of the wave visits, each end included.
-struct SweepRange {
-  int firstI, lastI, firstJ, lastJ;
+/// Marks the start with 1 and the first of its contour neighbours with 2, so that the wave leaves
+/// in one sense only. All other pixels of the slice are unmarked before.
+void StartWave(PicturePixel start, const ContourPictures& on);
+
+/// One step of the wave: a marked pixel hands its number plus 1 to its unmarked contour neighbours.
+/// The start itself does not. `perimeter` grows by 1 for each pixel reached.
+void StepWave(PicturePixel start, PicturePixel pixel, const ContourPictures& on, float& perimeter);
+
+/// The numbers that 300 sweeps of StepWave over `extent` leave, i outer and j inner.
+/// What a sweep does not reach is not visited, which makes this fast.
+void RunWave(PicturePixel start, WaveExtent extent, const ContourPictures& on);
+
+/// The first pixel with the highest number; `fallback` where none has one.
+PicturePixel FarthestPixel(PicturePixel fallback, const ContourPictures& on);
+
+/// Adds the length of the path from `from` along falling or equal numbers down to number 2: 1 for
+/// a straight step and the square root of 2 for a diagonal one, rounded to 32 bits at each step.
+///
+/// The pixels left are painted 30000. A walk that comes back to a pixel stops before it, since it
+/// would go round for ever.
+void WalkBack(PicturePixel from, const ContourPictures& on, float& perimeter);
+
+/// Paints 65000 on all marked pixels of the slice.
+void PaintMarked(const ContourPictures& on);
+
+/// What the measures tell about a contour; `pixel` is where the walk began.
+struct ContourWalk {
+  float perimeter = 0.0F;
+  PicturePixel pixel;
 };
 
-/// Numbers the contour from `start`: clears `mark` on the slice, 1 at the start, 2 at its first
-/// neighbour, then 300 sweeps. Returns how many pixels the sweeps numbered.
-int NumberContour(Pixel start, const Picture& result, int width, int height, SweepRange range,
-                  Picture& mark);
+/// The wave from the first contour pixel and the walk back from the farthest one, painted.
+/// The perimeter is that of an open path: the links to and from the start are not in it.
+ContourWalk WalkContour(WaveExtent extent, const ContourPictures& on);
 
-/// One step of the wave at a pixel other than the start. Returns how many neighbours it numbered.
-int WaveStep(int i, int j, const Picture& result, Picture& mark);
-
-/// The first pixel with the highest number; `none` where all are 0.
-Pixel FindFarthest(const Picture& mark, int width, int height, Pixel none);
-
-/// Length of the walk from `from` down the numbers: 1 for straight, the root of 2 for diagonal
-/// steps, added to `perimeter` in 32 bits. The walk ends where no step is left, or where it would
-/// come to a pixel that it has been on: from there it would go round for ever.
-float WalkBack(Pixel from, const Picture& mark, Picture& result, float perimeter);
-
-/// 65000 wherever the slice has a number.
-void ShowNumbered(const Picture& mark, int width, int height, Picture& result);
+/// perimeter² / (area * 4 pi): 1 for a disc. Infinite or not a number for an area of 0.
+double ContourComplexity(float perimeter, int area);
 
 }  // namespace measure

@@ -1,195 +1,230 @@
 #include "views/slicemeasures/SliceDistance.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
+#include <utility>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
+// The loops over a row are compiled twice: for every machine, and for those with vectors of 32
+// bytes, which are taken where the program finds them. The numbers are whole: both give the same.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) &&                             \
+    !defined(__SANITIZE_ADDRESS__)
+#define TOLVEX_WIDE __attribute__((target_clones("avx2", "default")))
+#else
+#define TOLVEX_WIDE
 #endif
 
 namespace measure {
 
 namespace {
 
-constexpr int kStartFactor = 8;
-constexpr double kGreyPerPixel = 900.0;  // white at 72.8 pixels
+constexpr double kGreyPerPixel = 900.0;
+constexpr int kStartPerSide = 8;
+constexpr int kBeyond = 1 << 29;  // squared length of the margin: nothing takes its vector
 
-int Squared(int x, int y) { return x * x + y * y; }
-
-/// One row of vectors.
+/// The vectors of a row in work and their squared lengths, which save most of the arithmetic.
+///
+/// Shape: pixels 0 to width - 1 of each array, and a margin before and behind. No two arrays of
+///        one or of two rows share memory, which the compiler has to know for its vectors.
 struct Row {
-  std::int16_t* x;
-  std::int16_t* y;
+  int* __restrict x;
+  int* __restrict y;
+  int* __restrict square;
 };
 
-Row RowOf(SliceVectors& vectors, int j) {
-  return {vectors.x.data() + vectors.Index(0, j), vectors.y.data() + vectors.Index(0, j)};
-}
+/// The tries of one scan along the rows of a slice.
+class RowScan {
+public:
+  RowScan(int rowWidth, int stepFromSource);
 
-/// Tries the vector of `from`[k] plus (stepX, stepY) at `to`[i]; equal lengths keep the older one.
-void Try(Row to, int i, Row from, int k, int stepX, int stepY) {
-  const int x = from.x[k] + stepX;
-  const int y = from.y[k] + stepY;
-  if (Squared(x, y) < Squared(to.x[i], to.y[i])) {
-    to.x[i] = static_cast<std::int16_t>(x);
-    to.y[i] = static_cast<std::int16_t>(y);
-  }
-}
+  /// The row that the next one takes from.
+  void Begin(const std::int16_t* x, const std::int16_t* y);
+  /// Replaces the vectors of a row; it is the source of the next one.
+  void Next(std::int16_t* x, std::int16_t* y);
 
-#ifdef __SSE2__
+private:
+  Row NewRow(int place);
+  void PassRight();
+  void PassLeft();
 
-__m128i Load(const std::int16_t* from) {
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-}
-
-/// Squared lengths of eight vectors, in two halves of 32 bits.
-struct Lengths {
-  __m128i low, high;
-
-  Lengths(__m128i x, __m128i y) {
-    const __m128i first = _mm_unpacklo_epi16(x, y);
-    const __m128i second = _mm_unpackhi_epi16(x, y);
-    low = _mm_madd_epi16(first, first);
-    high = _mm_madd_epi16(second, second);
-  }
+  int width;
+  int stepY;
+  std::vector<int> memory;
+  std::vector<std::uint8_t> changesFromLeft;
+  std::vector<std::uint8_t> changesFromRight;
+  Row source;  ///< its vectors have the step in y already
+  Row own;
 };
 
-/// All bits set in each of the eight lanes where `a` is shorter than `b`.
-__m128i Shorter(const Lengths& a, const Lengths& b) {
-  return _mm_packs_epi32(_mm_cmplt_epi32(a.low, b.low), _mm_cmplt_epi32(a.high, b.high));
-}
-
-__m128i Choose(__m128i mask, __m128i a, __m128i b) {
-  return _mm_or_si128(_mm_and_si128(mask, a), _mm_andnot_si128(mask, b));
-}
-
-/// The three tries from the source row for pixels i to i + 7, none of them at an end of the row.
-void TryEight(Row to, Row from, int i, int stepY) {
-  __m128i x = Load(to.x + i);
-  __m128i y = Load(to.y + i);
-  Lengths own(x, y);
-  const __m128i down = _mm_set1_epi16(static_cast<std::int16_t>(stepY));
-  for (const int side : {0, -1, 1}) {
-    const __m128i step = _mm_set1_epi16(static_cast<std::int16_t>(side));
-    const __m128i tryX = _mm_add_epi16(Load(from.x + i + side), step);
-    const __m128i tryY = _mm_add_epi16(Load(from.y + i + side), down);
-    const Lengths candidate(tryX, tryY);
-    const __m128i accepted = Shorter(candidate, own);
-    if (_mm_movemask_epi8(accepted) == 0) { continue; }
-    x = Choose(accepted, tryX, x);
-    y = Choose(accepted, tryY, y);
-    own = Lengths(x, y);
+TOLVEX_WIDE void Load(const std::int16_t* x, const std::int16_t* y, int width, Row row) {
+  for (int i = 0; i < width; ++i) {
+    row.x[i] = x[i];
+    row.y[i] = y[i];
+    row.square[i] = x[i] * x[i] + y[i] * y[i];
   }
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to.x + i), x);
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to.y + i), y);
 }
 
-/// First pixel from i on, in blocks of eight, where the neighbour at `side` may win; or the first
-/// pixel that no whole block covers. What lies before keeps its vectors in a pass along the row,
-/// since the first change of such a pass comes from a vector that it has not touched.
-int SkipQuiet(Row row, int i, int width, int side) {
-  const __m128i step = _mm_set1_epi16(static_cast<std::int16_t>(side));
-  while (i + 8 <= width) {
-    const Lengths own(Load(row.x + i), Load(row.y + i));
-    const Lengths candidate(_mm_add_epi16(Load(row.x + i + side), step), Load(row.y + i + side));
-    if (_mm_movemask_epi8(Shorter(candidate, own)) != 0) { return i; }
-    i += 8;
+TOLVEX_WIDE void Store(Row row, int width, std::int16_t* x, std::int16_t* y) {
+  for (int i = 0; i < width; ++i) {
+    x[i] = static_cast<std::int16_t>(row.x[i]);
+    y[i] = static_cast<std::int16_t>(row.y[i]);
   }
-  return i;
 }
 
-#endif
-
-void TryThree(Row to, Row from, int i, int width, int stepY) {
-  Try(to, i, from, i, 0, stepY);
-  if (i > 0) { Try(to, i, from, i - 1, -1, stepY); }
-  if (i < width - 1) { Try(to, i, from, i + 1, 1, stepY); }
-}
-
-void PassFromRow(Row to, Row from, int width, int stepY) {
-  int i = 0;
-#ifdef __SSE2__
-  if (width > 0) { TryThree(to, from, i++, width, stepY); }
-  for (; i + 9 <= width; i += 8) { TryEight(to, from, i, stepY); }
-#endif
-  for (; i < width; ++i) { TryThree(to, from, i, width, stepY); }
-}
-
-void PassAlongRow(Row row, int width) {
-  int i = 1;
-#ifdef __SSE2__
-  i = SkipQuiet(row, i, width, -1);
-#endif
-  for (; i < width; ++i) { Try(row, i, row, i - 1, -1, 0); }
-}
-
-/// Whether no pixel of the row can take its right neighbour's vector.
-bool QuietFromRight(Row row, int width) {
-#ifdef __SSE2__
-  int i = SkipQuiet(row, 0, width - 1, 1);
-  for (; i < width - 1; ++i) {
-    if (Squared(row.x[i + 1] + 1, row.y[i + 1]) < Squared(row.x[i], row.y[i])) { return false; }
+/// Adds the step from a source row to its vectors.
+TOLVEX_WIDE void StepAll(Row row, int width, int stepY) {
+  for (int i = 0; i < width; ++i) {
+    row.square[i] += 2 * stepY * row.y[i] + 1;
+    row.y[i] += stepY;
   }
-  return true;
-#else
-  static_cast<void>(row);
-  return width < 2;
-#endif
 }
 
-void PassBackAlongRow(Row row, int width) {
-  if (QuietFromRight(row, width)) { return; }
-  for (int i = width - 2; i >= 0; --i) { Try(row, i, row, i + 1, 1, 0); }
+/// Squared length of a vector after one more step along the row.
+inline int SquareToRight(int x, int square) { return square - 2 * x + 1; }
+inline int SquareToLeft(int x, int square) { return square + 2 * x + 1; }
+
+struct Vector {
+  int x, y, square;
+};
+
+inline Vector At(const Row& row, int i) { return {row.x[i], row.y[i], row.square[i]}; }
+
+inline void Put(const Row& row, int i, const Vector& vector) {
+  row.x[i] = vector.x;
+  row.y[i] = vector.y;
+  row.square[i] = vector.square;
 }
 
-void ScanRow(SliceVectors& vectors, int j, int source, int stepY) {
-  const Row row = RowOf(vectors, j);
-  PassFromRow(row, RowOf(vectors, source), vectors.width, stepY);
-  PassAlongRow(row, vectors.width);
-  PassBackAlongRow(row, vectors.width);
+/// One try; of equal lengths the older vector stays.
+inline Vector Shorter(Vector older, Vector candidate) {
+  const bool taken = candidate.square < older.square;
+  return {taken ? candidate.x : older.x, taken ? candidate.y : older.y,
+          taken ? candidate.square : older.square};
+}
+
+/// The tries from the source row: from straight above or below, from its left, from its right.
+TOLVEX_WIDE void TakeFromSource(Row source, int width, Row own) {
+  for (int i = 0; i < width; ++i) {
+    const Vector straight = At(source, i);
+    const int leftX = source.x[i - 1];
+    const int rightX = source.x[i + 1];
+    const Vector left = {leftX - 1, source.y[i - 1], SquareToRight(leftX, source.square[i - 1])};
+    const Vector right = {rightX + 1, source.y[i + 1], SquareToLeft(rightX, source.square[i + 1])};
+    Put(own, i, Shorter(Shorter(Shorter(At(own, i), straight), left), right));
+  }
+}
+
+/// Marks the pixels that their neighbours in the row change.
+TOLVEX_WIDE void FindChanges(Row row, int width, std::uint8_t* __restrict fromLeft,
+                             std::uint8_t* __restrict fromRight) {
+  for (int i = 0; i < width; ++i) {
+    const int square = row.square[i];
+    fromLeft[i] = SquareToRight(row.x[i - 1], row.square[i - 1]) < square ? 1 : 0;
+    fromRight[i] = SquareToLeft(row.x[i + 1], row.square[i + 1]) < square ? 1 : 0;
+  }
+}
+
+RowScan::RowScan(int rowWidth, int stepFromSource)
+    : width(rowWidth), stepY(stepFromSource),
+      memory(static_cast<std::size_t>(6 * (rowWidth + 2)), kBeyond),
+      changesFromLeft(static_cast<std::size_t>(rowWidth)),
+      changesFromRight(static_cast<std::size_t>(rowWidth)), source(NewRow(0)), own(NewRow(3)) {}
+
+Row RowScan::NewRow(int place) {
+  const int length = width + 2;
+  int* first = memory.data() + place * length + 1;
+  Row row = {first, first + length, first + 2 * length};
+  row.x[-1] = 0;
+  row.x[width] = 0;
+  return row;
+}
+
+void RowScan::Begin(const std::int16_t* x, const std::int16_t* y) {
+  Load(x, y, width, source);
+  StepAll(source, width, stepY);
+}
+
+void RowScan::Next(std::int16_t* x, std::int16_t* y) {
+  Load(x, y, width, own);
+  TakeFromSource(source, width, own);
+  // A pass to the right makes no new work for the one to the left: what it changed is as long as
+  // its left neighbour with one more step, and no shorter.
+  FindChanges(own, width, changesFromLeft.data(), changesFromRight.data());
+  PassRight();
+  PassLeft();
+  Store(own, width, x, y);
+  StepAll(own, width, stepY);
+  std::swap(source, own);
+}
+
+void RowScan::PassRight() {
+  int first = 0;
+  while (const void* found = std::memchr(changesFromLeft.data() + first, 1,
+                                         static_cast<std::size_t>(width - first))) {
+    int i = static_cast<int>(static_cast<const std::uint8_t*>(found) - changesFromLeft.data());
+    Vector left = At(own, i - 1);
+    for (; i < width; ++i) {
+      const Vector candidate = {left.x - 1, left.y, SquareToRight(left.x, left.square)};
+      if (candidate.square >= own.square[i]) { break; }
+      Put(own, i, candidate);
+      left = candidate;
+    }
+    first = std::min(i + 1, width);
+  }
+}
+
+void RowScan::PassLeft() {
+  int end = width;
+  while (const void* found = memrchr(changesFromRight.data(), 1, static_cast<std::size_t>(end))) {
+    int i = static_cast<int>(static_cast<const std::uint8_t*>(found) - changesFromRight.data());
+    Vector right = At(own, i + 1);
+    for (; i >= 0; --i) {
+      const Vector candidate = {right.x + 1, right.y, SquareToLeft(right.x, right.square)};
+      if (candidate.square >= own.square[i]) { break; }
+      Put(own, i, candidate);
+      right = candidate;
+    }
+    end = std::max(i, 0);
+  }
 }
 
 }  // namespace
 
-double SliceVectors::Length(int i, int j) const {
-  const double dx = x[Index(i, j)];
-  const double dy = y[Index(i, j)];
-  return std::sqrt(dy * dy + dx * dx);
-}
-
-void StartSliceVectors(const LabelSlice& slice, int label, int width, int height,
-                       SliceVectors& vectors) {
-  vectors.width = width;
-  vectors.height = height;
-  const auto far = static_cast<std::int16_t>(kStartFactor * std::max(width, height));
-  const std::size_t count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-  vectors.x.assign(count, far);
-  for (int i = 0; i < width; ++i) {
-    for (int j = 0; j < height; ++j) {
-      if (slice.Bears(label, i, j)) { vectors.x[vectors.Index(i, j)] = 0; }
-    }
-  }
+SliceVectors StartVectors(const LabelSlice& slice, int label, SliceSize size) {
+  SliceVectors vectors;
+  vectors.size = size;
+  vectors.x.resize(vectors.Index(0, size.height));
+  const int longer = std::max(size.width, size.height);
+  const std::int16_t starts[] = {static_cast<std::int16_t>(kStartPerSide * longer), 0};
+  slice.Read(size.width, size.height, vectors.x.data(),
+             [&](std::uint8_t byte) { return starts[byte == label ? 1 : 0]; });
   vectors.y = vectors.x;
+  return vectors;
 }
 
 void ScanForward(SliceVectors& vectors, Progress& progress) {
-  for (int j = 1; j < vectors.height; ++j) {
+  if (vectors.size.height < 2) { return; }
+  RowScan scan(vectors.size.width, -1);
+  scan.Begin(vectors.x.data(), vectors.y.data());
+  for (int j = 1; j < vectors.size.height; ++j) {
     progress.Step();
-    ScanRow(vectors, j, j - 1, -1);
+    scan.Next(&vectors.x[vectors.Index(0, j)], &vectors.y[vectors.Index(0, j)]);
   }
 }
 
 void ScanBackward(SliceVectors& vectors, Progress& progress) {
-  for (int j = vectors.height - 2; j >= 0; --j) {
+  if (vectors.size.height < 2) { return; }
+  const std::size_t last = vectors.Index(0, vectors.size.height - 1);
+  RowScan scan(vectors.size.width, +1);
+  scan.Begin(&vectors.x[last], &vectors.y[last]);
+  for (int j = vectors.size.height - 2; j >= 0; --j) {
     progress.Step();
-    ScanRow(vectors, j, j + 1, 1);
+    scan.Next(&vectors.x[vectors.Index(0, j)], &vectors.y[vectors.Index(0, j)]);
   }
 }
 
 void PaintDistances(const SliceVectors& vectors, Picture& result) {
-  for (int i = 0; i < vectors.width; ++i) {
-    for (int j = 0; j < vectors.height; ++j) {
+  for (int i = 0; i < vectors.size.width; ++i) {
+    for (int j = 0; j < vectors.size.height; ++j) {
       result[i][j] = static_cast<std::int32_t>(vectors.Length(i, j) * kGreyPerPixel);
     }
   }

@@ -2,10 +2,10 @@
 
 namespace measure {
 
-void CountOverlap(const LabelSlice& a, const LabelSlice& b, int label, int width, int height,
+void CountOverlap(const LabelSlice& a, const LabelSlice& b, int label, SliceSize size,
                   SliceOverlap& overlap, Picture& result) {
-  for (int i = 0; i < width; ++i) {
-    for (int j = 0; j < height; ++j) {
+  for (int i = 0; i < size.width; ++i) {
+    for (int j = 0; j < size.height; ++j) {
       const bool inA = a.Bears(label, i, j);
       const bool inB = b.Bears(label, i, j);
       if (inA && inB) {
@@ -34,9 +34,9 @@ std::optional<double> OverlapRatio(const SliceOverlap& overlap, SliceDivisor div
   return static_cast<double>(overlap.common) / quantity;
 }
 
-void PaintMask(const LabelSlice& slice, int label, int width, int height, Picture& result) {
-  for (int i = 0; i < width; ++i) {
-    for (int j = 0; j < height; ++j) { result[i][j] = slice.Bears(label, i, j) ? kWhite : 0; }
+void PaintMask(const LabelSlice& slice, int label, SliceSize size, Picture& result) {
+  for (int i = 0; i < size.width; ++i) {
+    for (int j = 0; j < size.height; ++j) { result[i][j] = slice.Bears(label, i, j) ? kWhite : 0; }
   }
 }
 

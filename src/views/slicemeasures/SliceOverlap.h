@@ -25,9 +25,7 @@ struct SliceOverlap {
 
 /// Adds the pixels of one slice to `overlap` and paints them: 65535 both, 15241 one of the two,
 /// 0 neither.
-///
-/// Shape: `width` by `height` pixels, at most 300 a side; a pixel outside a volume has label 0.
-void CountOverlap(const LabelSlice& a, const LabelSlice& b, int label, int width, int height,
+void CountOverlap(const LabelSlice& a, const LabelSlice& b, int label, SliceSize size,
                   SliceOverlap& overlap, Picture& result);
 
 /// Common pixels divided by the chosen quantity; 1 is a perfect overlap.
@@ -35,6 +33,6 @@ void CountOverlap(const LabelSlice& a, const LabelSlice& b, int label, int width
 std::optional<double> OverlapRatio(const SliceOverlap& overlap, SliceDivisor divisor);
 
 /// Paints 65535 where the slice bears the label, else 0.
-void PaintMask(const LabelSlice& slice, int label, int width, int height, Picture& result);
+void PaintMask(const LabelSlice& slice, int label, SliceSize size, Picture& result);
 
 }  // namespace measure
