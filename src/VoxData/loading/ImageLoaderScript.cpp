@@ -92,6 +92,7 @@ void ImageLoader::FinishScript(const std::vector<std::string>& segs) {
   Fl_Box& bar = *ui->progressBar;
   bar.resize(bar.x(), bar.y(), 290, 10);
   bar.redraw();
+  ui->currentLabel = ui->labelList[0];
   if (segs.empty()) { return; }  // no image: nothing to choose among
   SelectFirstEntries();
   const std::string entry =
