@@ -36,7 +36,8 @@ void ChooseFonts() {
   Fl::set_font(FL_TIMES, " Liberation Serif");
 }
 
-// The two parts of the title, and both together. The window's own title never changes.
+// The two parts of the title, and both together.
+// ON PURPOSE: they are composed and never shown, the window stays "Tolvex 1.0".
 char greyTitle[100] = "KORA - no gray Image loaded";
 char segTitle[100] = "no seg Image loaded";
 char composedTitle[210] = "";

@@ -58,6 +58,7 @@ void ColorLegend::draw() {
   } else if (mode == 2) {
     FillBands(kThreeColours, colors);
   }
+  // ON PURPOSE: a higher legend keeps a blank strip below the rows.
   for (int y = 0; y < kRows; ++y) {
     const float* colour = colors[kFirstEntry + y];
     fl_color(LowByte(colour[0]), LowByte(colour[1]), LowByte(colour[2]));

