@@ -144,7 +144,7 @@ TEST_F(ColorLegendTest, OnPurposeRefreshMovesTheLegendForGood) {
   EXPECT_EQ(Legend().y(), 595);
 }
 
-TEST_F(ColorLegendTest, AHigherLegendStillPaints128Rows) {
+TEST_F(ColorLegendTest, OnPurposeAHigherLegendStillPaints128Rows) {
   Menu("File/Refresh");
   const auto screen = Screen();
 

@@ -274,6 +274,28 @@ TEST_F(DialogTablesTest, TheOtherChoicesStartEmpty) {
   }
 }
 
+TEST_F(DialogTablesTest, OnPurposeThreeChecksAreNarrowerThanTheirLabels) {
+  for (const Fl_Check_Button* check :
+       {Ui().compareOverlayCheck, Ui().compareHaussdorfCheck, Ui().compareSurfaceDistCheck}) {
+    EXPECT_EQ(check->w(), 25);
+  }
+}
+
+TEST_F(DialogTablesTest, OnPurposeTheHistogramCheckCannotBeSet) {
+  Ui().compareWindow->show();
+  Settle();
+
+  Click(Ui().compareSurfaceHistoCheck);
+
+  EXPECT_EQ(Ui().compareSurfaceHistoCheck->value(), 0);
+}
+
+TEST_F(DialogTablesTest, OnPurposeTheOverlapLabelsReadAsTheInverseOfTheRatios) {
+  EXPECT_STREQ(Ui().overlapUnionIntersectRadio->label(), "(AUB)/intersect(A,B)");
+  EXPECT_STREQ(Ui().overlapUnionARadio->label(), "(AUB)/A");
+  EXPECT_STREQ(Ui().overlapUnionAverageRadio->label(), "(AUB)/average(A,B)");
+}
+
 TEST_F(DialogTablesTest, APlotStartsWithoutCurvesAndReadOut) {
   const Plot& plot = *Ui().plot;
   EXPECT_STREQ(plot.title, "");

@@ -24,7 +24,7 @@ class MainUIStateTest : public Interface {};
 
 // Title. Its two parts are kept for the whole run, so a test gives both.
 
-TEST_F(MainUIStateTest, TheTitleIsComposedAndNeverShown) {
+TEST_F(MainUIStateTest, OnPurposeTheTitleIsComposedAndNeverShown) {
   Ui().SetTitleParts("grey.gipl", "seg.gipl");
   EXPECT_STREQ(Ui().ComposedTitle(), "grey.gipl - seg.gipl");
 

@@ -295,7 +295,6 @@ TEST_F(PanelCommandsTest, QuitEndsTheRunLoop) {
 
   EXPECT_EQ(Fl::first_window(), nullptr);
   EXPECT_EQ(Fl::run(), 0);
-  mainUI = nullptr;  // its window is gone
 }
 
 TEST_F(PanelCommandsTest, QuitWithALoadedStudyEndsTheRunLoop) {
@@ -307,7 +306,6 @@ TEST_F(PanelCommandsTest, QuitWithALoadedStudyEndsTheRunLoop) {
   Fl::check();  // the window is deleted here
 
   EXPECT_EQ(Fl::run(), 0);
-  mainUI = nullptr;
 }
 
 TEST_F(PanelCommandsTest, QuitUnderARunningCommandWaitsForItsEnd) {
@@ -324,7 +322,6 @@ TEST_F(PanelCommandsTest, QuitUnderARunningCommandWaitsForItsEnd) {
   }
 
   EXPECT_EQ(Fl::run(), 0);
-  mainUI = nullptr;
 }
 
 TEST_F(PanelCommandsTest, AClosedMainWindowLeavesTheDialogsWorking) {

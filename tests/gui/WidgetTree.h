@@ -122,55 +122,78 @@ inline std::unique_ptr<Fl_Widget> FreshLike(const Fl_Widget& like) {
   return window;
 }
 
-/// The settings of a widget as numbers and names, in a fixed order.
-inline std::vector<std::pair<std::string, std::string>> Settings(Fl_Widget& widget) {
-  std::vector<std::pair<std::string, std::string>> list;
-  const auto add = [&](const char* name, const auto& value) {
+/// Settings as numbers and names.
+class SettingList {
+public:
+  std::vector<std::pair<std::string, std::string>> entries;
+
+  template <class Value>
+  void Add(const char* name, const Value& value) {
     std::ostringstream text;
     text << value;
-    list.emplace_back(name, text.str());
-  };
-  add("box", BoxName(widget.box()));
+    entries.emplace_back(name, text.str());
+  }
+};
+
+inline void AddBoxes(SettingList& list, Fl_Widget& widget) {
+  list.Add("box", BoxName(widget.box()));
   if (const auto* button = dynamic_cast<Fl_Button*>(&widget)) {
-    add("down", BoxName(button->down_box()));
+    list.Add("down", BoxName(button->down_box()));
   } else if (const auto* menu = dynamic_cast<Fl_Menu_*>(&widget)) {
-    add("down", BoxName(menu->down_box()));
+    list.Add("down", BoxName(menu->down_box()));
   }
-  add("color", widget.color());
-  add("selection", widget.selection_color());
-  add("labeltype", widget.labeltype() == FL_EMBOSSED_LABEL ? "embossed" : "normal");
-  add("labelfont", widget.labelfont());
-  add("labelsize", widget.labelsize());
-  add("labelcolor", widget.labelcolor());
-  if (const auto* input = dynamic_cast<Fl_Input_*>(&widget)) { add("textsize", input->textsize()); }
-  if (const auto* menu = dynamic_cast<Fl_Menu_*>(&widget)) { add("textsize", menu->textsize()); }
-  if (const auto* input = dynamic_cast<Fl_Value_Input*>(&widget)) {
-    add("textsize", input->textsize());
+  list.Add("color", widget.color());
+  list.Add("selection", widget.selection_color());
+}
+
+inline void AddTexts(SettingList& list, Fl_Widget& widget) {
+  list.Add("labeltype", widget.labeltype() == FL_EMBOSSED_LABEL ? "embossed" : "normal");
+  list.Add("labelfont", widget.labelfont());
+  list.Add("labelsize", widget.labelsize());
+  list.Add("labelcolor", widget.labelcolor());
+  if (const auto* text = dynamic_cast<Fl_Input_*>(&widget)) {
+    list.Add("textsize", text->textsize());
+  } else if (const auto* menu = dynamic_cast<Fl_Menu_*>(&widget)) {
+    list.Add("textsize", menu->textsize());
+  } else if (const auto* input = dynamic_cast<Fl_Value_Input*>(&widget)) {
+    list.Add("textsize", input->textsize());
+  } else if (const auto* output = dynamic_cast<Fl_Value_Output*>(&widget)) {
+    list.Add("textsize", output->textsize());
   }
-  if (const auto* output = dynamic_cast<Fl_Value_Output*>(&widget)) {
-    add("textsize", output->textsize());
-  }
-  add("align", widget.align());
-  // A double buffered window is no setting of a table.
-  if (dynamic_cast<Fl_Window*>(&widget) == nullptr) { add("type", int{widget.type()}); }
-  add("when", static_cast<int>(widget.when()));
+  list.Add("align", widget.align());
+}
+
+inline void AddValues(SettingList& list, Fl_Widget& widget) {
   if (auto* valuator = dynamic_cast<Fl_Valuator*>(&widget)) {
-    add("minimum", valuator->minimum());
-    add("maximum", valuator->maximum());
-    add("step", valuator->step());
-    add("value", valuator->value());
+    list.Add("minimum", valuator->minimum());
+    list.Add("maximum", valuator->maximum());
+    list.Add("step", valuator->step());
+    list.Add("value", valuator->value());
   }
   if (auto* scrollbar = dynamic_cast<Fl_Scrollbar*>(&widget)) {
-    add("linesize", scrollbar->linesize());
+    list.Add("linesize", scrollbar->linesize());
   }
   if (const auto* button = dynamic_cast<Fl_Button*>(&widget)) {
-    add("value", int{button->value()});
+    list.Add("value", int{button->value()});
   }
-  if (const auto* choice = dynamic_cast<Fl_Choice*>(&widget)) { add("value", choice->value()); }
-  add("hidden", widget.visible() == 0);
-  add("inactive", widget.active() == 0);
-  add("picture", widget.image() != nullptr);
-  return list;
+  if (const auto* choice = dynamic_cast<Fl_Choice*>(&widget)) {
+    list.Add("value", choice->value());
+  }
+}
+
+/// The settings of a widget in a fixed order.
+inline std::vector<std::pair<std::string, std::string>> Settings(Fl_Widget& widget) {
+  SettingList list;
+  AddBoxes(list, widget);
+  AddTexts(list, widget);
+  // A double buffered window is no setting of a table.
+  if (dynamic_cast<Fl_Window*>(&widget) == nullptr) { list.Add("type", int{widget.type()}); }
+  list.Add("when", static_cast<int>(widget.when()));
+  AddValues(list, widget);
+  list.Add("hidden", widget.visible() == 0);
+  list.Add("inactive", widget.active() == 0);
+  list.Add("picture", widget.image() != nullptr);
+  return list.entries;
 }
 
 /// "box=down, labelsize=10": the settings that differ from a fresh widget.

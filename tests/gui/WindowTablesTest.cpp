@@ -9,6 +9,7 @@
 #include "views/Window2D.h"
 
 #include <FL/Fl_Pixmap.H>
+#include <FL/fl_draw.H>
 
 #include <cstring>
 
@@ -280,6 +281,15 @@ TEST_F(WindowTablesTest, OnPurposeTheFirstDirectionButtonHasAnotherColour) {
   EXPECT_EQ(Ui().directionXZButton->selection_color(), Ui().directionYZButton->selection_color());
 }
 
+TEST_F(WindowTablesTest, OnPurposeCompareDataHasNoDownBoxOfItsOwn) {
+  EXPECT_EQ(Ui().compareDataButton->down_box(), FL_NO_BOX);
+  EXPECT_EQ(Ui().createAverageButton->down_box(), FL_ROUND_DOWN_BOX);
+}
+
+TEST_F(WindowTablesTest, OnPurposeAllSlicesIsBuiltAndHidden) {
+  EXPECT_FALSE(Ui().allSlicesCheck->visible());
+}
+
 TEST_F(WindowTablesTest, TheViewsAreBoundToTheirAxes) {
   EXPECT_EQ(Ui().segimage->direction, 0);
   EXPECT_EQ(Ui().segimage->registered, 1);
@@ -329,6 +339,49 @@ TEST_F(WindowTablesTest, OnlyTheMainWindowAndItsViewsShowAtStart) {
   EXPECT_TRUE(Ui().segimage->shown());
   EXPECT_TRUE(Ui().window3D->shown());
   EXPECT_TRUE(Ui().xyView->shown());
+}
+
+// Texts and their places.
+
+int WidthOf(const Fl_Widget& widget) {
+  fl_font(widget.labelfont(), widget.labelsize());
+  return static_cast<int>(fl_width(widget.label()));
+}
+
+void ExpectButtonTextsFit(Fl_Group& group) {
+  for (int i = 0; i < group.children(); ++i) {
+    Fl_Widget& child = *group.child(i);
+    if (auto* inner = dynamic_cast<Fl_Group*>(&child)) { ExpectButtonTextsFit(*inner); }
+    if (tree::KindOf(child) == "Fl_Button" && child.label() != nullptr) {
+      EXPECT_LE(WidthOf(child), child.w()) << child.label();
+    }
+  }
+}
+
+TEST_F(WindowTablesTest, TheTextsOfAllButtonsFitTheirPlaces) {
+  for (Fl_Window* window :
+       {Ui().mainWindow, Ui().loadGreyWindow, Ui().loadSegWindow, Ui().saveSegWindow,
+        Ui().compareWindow, Ui().createListWindow, Ui().optionsWindow, Ui().helpWindow,
+        Ui().aboutWindow, Ui().firstStepsWindow, Ui().plotWindow}) {
+    ExpectButtonTextsFit(*window);
+  }
+}
+
+TEST_F(WindowTablesTest, TheLabelsOfTheResultFieldsDoNotRunIntoTheirNeighbours) {
+  constexpr int kOverrun = 4;  // pixels that a label may reach into the frame before it
+  const Fl_Group& group = *Ui().measuresGroup;
+  for (int i = 0; i < group.children(); ++i) {
+    const Fl_Widget& field = *group.child(i);
+    if (tree::KindOf(field) != "Fl_Output") { continue; }
+    const int left = field.x() - WidthOf(field);
+    EXPECT_GE(left, 520 - kOverrun) << field.label();
+    for (int j = 0; j < group.children(); ++j) {
+      const Fl_Widget& other = *group.child(j);
+      if (tree::KindOf(other) != "Fl_Output" || other.x() >= field.x()) { continue; }
+      if (other.y() != field.y()) { continue; }
+      EXPECT_GE(left, other.x() + other.w() - kOverrun) << field.label();
+    }
+  }
 }
 
 // The menu.
