@@ -54,6 +54,13 @@ int CursorSlice(int direction) {
   return viewState->GetCursor()[static_cast<std::size_t>(direction)];
 }
 
+void PlaceCursor(Axes axes, int i, int j) {
+  auto cursor = viewState->GetCursor();
+  cursor[static_cast<std::size_t>(axes.x)] = i;
+  cursor[static_cast<std::size_t>(axes.y)] = j;
+  viewState->SetCursor(cursor[0], cursor[1], cursor[2]);
+}
+
 void BuildGreyTexture(std::uint32_t& name, const std::uint16_t* texels, int width, int height) {
   BeginTexture(name);
   gluBuild2DMipmaps(GL_TEXTURE_2D, GL_RGB, width, height, GL_LUMINANCE, GL_UNSIGNED_SHORT, texels);

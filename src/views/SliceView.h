@@ -25,6 +25,9 @@ VoxData* FirstImage(const MainUI& ui);
 /// The cursor's coordinate along the axis that `direction` holds fixed.
 int CursorSlice(int direction);
 
+/// Moves the shared cursor along the two axes of a slice.
+void PlaceCursor(Axes axes, int i, int j);
+
 /// Builds the texture `name` anew from a padded picture; the context is current.
 void BuildGreyTexture(std::uint32_t& name, const std::uint16_t* texels, int width, int height);
 void BuildColourTexture(std::uint32_t& name, const std::uint8_t* texels, int width, int height);

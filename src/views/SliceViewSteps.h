@@ -1,7 +1,6 @@
 // Definitions of SliceView.h's templates, for the two classes that use them.
 #pragma once
 
-#include "app/Globals.h"
 #include "views/SliceView.h"
 
 #include <FL/Fl.H>
@@ -65,10 +64,8 @@ void MoveCursorToMouse(const View& view) {
   const auto y = static_cast<float>(Fl::event_y());
   const float px = ((view.viewCentreX - view.viewHalfWidth) + x / view.zoom) / view.voxelSizeX;
   const float py = ((view.viewHalfHeight + view.viewCentreY) - y / view.zoom) / view.voxelSizeY;
-  auto cursor = viewState->GetCursor();
-  cursor[static_cast<std::size_t>(view.axisX)] = PixelAt(px, view.sliceWidth);
-  cursor[static_cast<std::size_t>(view.axisY)] = PixelAt(py, view.sliceHeight);
-  viewState->SetCursor(cursor[0], cursor[1], cursor[2]);
+  PlaceCursor({view.axisX, view.axisY}, PixelAt(px, view.sliceWidth),
+              PixelAt(py, view.sliceHeight));
 }
 
 }  // namespace slice
