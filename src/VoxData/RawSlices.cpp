@@ -7,6 +7,16 @@ namespace raw {
 
 namespace {
 
+/// Eight labels at once where they are all the same, as nearly everywhere in a segmentation.
+/// Returns false where they differ.
+bool MarkEight(std::uint64_t eight, float* line, std::uint8_t* present) {
+  const std::uint64_t label = eight & 0xFFU;
+  if (eight != label * 0x0101010101010101ULL) { return false; }
+  present[label] = 1;
+  if (label != 0) { std::fill_n(line, 8, 255.0F); }
+  return true;
+}
+
 /// The twin of one file slice: only labels other than 0 are written.
 void MarkSlice(const std::uint8_t* voxels, const Traversal& to, int z, float* scalars,
                std::uint8_t* present) {
@@ -18,16 +28,16 @@ void MarkSlice(const std::uint8_t* voxels, const Traversal& to, int z, float* sc
                                 static_cast<std::size_t>(to.dimX);
     int column = 0;
     while (column < to.dimX) {
-      std::uint64_t eight = 0;
-      if (column + 8 <= to.dimX) {
+      const int end = std::min(column + 8, to.dimX);
+      if (end == column + 8) {
+        std::uint64_t eight = 0;
         std::memcpy(&eight, labels + column, 8);
-        if (eight == 0) {  // most of a segmentation is background
-          present[0] = 1;
-          column += 8;
+        float* first = line + (to.flipX ? to.dimX - end : column);
+        if (MarkEight(eight, first, present)) {
+          column = end;
           continue;
         }
       }
-      const int end = std::min(column + 8, to.dimX);
       for (; column < end; ++column) {
         present[labels[column]] = 1;
         if (labels[column] != 0) { line[to.X(column)] = 255.0F; }
@@ -37,6 +47,54 @@ void MarkSlice(const std::uint8_t* voxels, const Traversal& to, int z, float* sc
 }
 
 }  // namespace
+
+#ifdef __SSE2__
+
+Tiled RowTiles<BigWord, std::uint16_t>::Spread(const BigWord* const* slices, std::size_t rowStart,
+                                               int column0, int columnEnd, int count,
+                                               std::uint16_t* const* runs) {
+  const Tiled tiled{(columnEnd - column0) / 8 * 8, count / 8 * 8};
+  if (tiled.slices == 0) { return {}; }
+  for (int c = 0; c < tiled.columns; c += 8) {
+    for (int k = 0; k < tiled.slices; k += 8) {
+      const void* from[8];
+      std::uint16_t* into[8];
+      for (int i = 0; i < 8; ++i) {
+        from[i] = slices[k + i];
+        into[i] = runs[c + i] + k;
+      }
+      TransposeWords(from, rowStart + static_cast<std::size_t>(column0 + c), into, seen);
+      any = true;
+    }
+  }
+  return tiled;
+}
+
+void RowTiles<BigWord, std::uint16_t>::Widen(Range& range) const {
+  if (!any) { return; }
+  range = {std::min(range.min, seen.Min()), std::max(range.max, seen.Max())};
+}
+
+Tiled RowTiles<std::uint8_t, std::uint8_t>::Spread(const std::uint8_t* const* slices,
+                                                   std::size_t rowStart, int column0, int columnEnd,
+                                                   int count, std::uint8_t* const* runs) {
+  const Tiled tiled{(columnEnd - column0) / 16 * 16, count / 16 * 16};
+  if (tiled.slices == 0) { return {}; }
+  for (int c = 0; c < tiled.columns; c += 16) {
+    for (int k = 0; k < tiled.slices; k += 16) {
+      const void* from[16];
+      std::uint8_t* into[16];
+      for (int i = 0; i < 16; ++i) {
+        from[i] = slices[k + i];
+        into[i] = runs[c + i] + k;
+      }
+      TransposeBytes(from, rowStart + static_cast<std::size_t>(column0 + c), into);
+    }
+  }
+  return tiled;
+}
+
+#endif
 
 void SkipHeader(std::FILE* stream, int headerSize) {
   std::fseek(stream, std::max(headerSize, 0), SEEK_SET);
@@ -50,6 +108,7 @@ void ReportSize(int dimX, int dimY, int dimZ) {
 void ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* const* array,
                 float* scalars, std::uint8_t* present) {
   SliceBlock<std::uint8_t> block(to);
+  Range range;  // of no use for labels
   for (int first = 0; first < to.dimZ; first += block.Slices()) {
     const int count = std::min(block.Slices(), to.dimZ - first);
     block.Read(stream, first, count);
@@ -57,7 +116,7 @@ void ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* con
       const int z = to.flipZ ? to.dimZ - 1 - (first + slice) : first + slice;
       MarkSlice(block.Slice(slice), to, z, scalars, present);
     }
-    Spread(block, to, first, count, array);
+    Spread(block, to, first, count, array, range);
   }
 }
 

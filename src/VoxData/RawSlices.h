@@ -1,13 +1,14 @@
 // Raw voxels from a file into [x][y][z] tables: x is fastest in the file, z in memory.
 #pragma once
 
+#include "VoxData/Transpose.h"
 #include "VoxData/VoxData.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <memory>
-#include <vector>
 
 namespace raw {
 
@@ -18,8 +19,8 @@ using Stream = std::unique_ptr<std::FILE, CloseFile>;
 
 /// A 16-bit voxel as it stands in a file: most significant byte first.
 struct BigWord {
-  std::uint8_t high = 0;
-  std::uint8_t low = 0;
+  std::uint8_t high;
+  std::uint8_t low;
 };
 
 inline std::uint16_t ValueOf(std::uint8_t voxel) { return voxel; }
@@ -63,7 +64,7 @@ void ReportSize(int dimX, int dimY, int dimZ);
 template <class FileVoxel>
 class SliceBlock {
 public:
-  static constexpr int kMostSlices = 64;
+  static constexpr int kMostSlices = 64 / static_cast<int>(sizeof(FileVoxel));  // a cache line
   static constexpr std::size_t kMostBytes = std::size_t{64} << 20U;
 
   explicit SliceBlock(const Traversal& to)
@@ -71,7 +72,9 @@ public:
         slices(static_cast<int>(
             std::clamp<std::size_t>(kMostBytes / (sliceVoxels * sizeof(FileVoxel)), 1,
                                     static_cast<std::size_t>(std::min(kMostSlices, to.dimZ))))),
-        voxels(sliceVoxels * static_cast<std::size_t>(slices)) {}
+        voxels(new FileVoxel[sliceVoxels * static_cast<std::size_t>(slices)]) {
+    std::memset(static_cast<void*>(voxels.get()), 0, sliceVoxels * sizeof(FileVoxel));
+  }
 
   int Slices() const { return slices; }  ///< how many it holds at a time
 
@@ -87,7 +90,7 @@ public:
     lastCount = count;
   }
   FileVoxel* Slice(int slice) {
-    return voxels.data() + static_cast<std::size_t>(slice) * sliceVoxels;
+    return voxels.get() + static_cast<std::size_t>(slice) * sliceVoxels;
   }
 
 private:
@@ -100,33 +103,79 @@ private:
 
   std::size_t sliceVoxels;
   int slices;
-  std::vector<FileVoxel> voxels;
+  std::unique_ptr<FileVoxel[]> voxels;
   int lastCount = 1;
 };
 
-/// Spreads `count` slices, the first of them file slice `first`, over the runs along z.
+/// Whole registers of one row: `done` columns and `slicesDone` slices went into the runs.
+struct Tiled {
+  int columns = 0;
+  int slices = 0;
+};
+
+/// What spreads the tiles of a row; the general form leaves everything to single voxels.
+template <class FileVoxel, class Voxel>
+struct RowTiles {
+  Tiled Spread(const FileVoxel* const* /*slices*/, std::size_t /*rowStart*/, int /*column0*/,
+               int /*columnEnd*/, int /*count*/, Voxel* const* /*runs*/) {
+    return {};
+  }
+  void Widen(Range& /*range*/) const {}
+};
+
+#ifdef __SSE2__
+template <>
+struct RowTiles<BigWord, std::uint16_t> {
+  Tiled Spread(const BigWord* const* slices, std::size_t rowStart, int column0, int columnEnd,
+               int count, std::uint16_t* const* runs);
+  void Widen(Range& range) const;
+  WordRange seen;
+  bool any = false;
+};
+
+template <>
+struct RowTiles<std::uint8_t, std::uint8_t> {
+  Tiled Spread(const std::uint8_t* const* slices, std::size_t rowStart, int column0, int columnEnd,
+               int count, std::uint8_t* const* runs);
+  void Widen(Range& /*range*/) const {}
+};
+#endif
+
+/// Spreads `count` slices, the first of them file slice `first`, over the runs along z, and widens
+/// `range` by every voxel.
 template <class FileVoxel, class Voxel>
 void Spread(SliceBlock<FileVoxel>& block, const Traversal& to, int first, int count,
-            Voxel* const* const* array) {
+            Voxel* const* const* array, Range& range) {
   constexpr int kColumns = 32;  // a block of columns stays in the cache while rows go by
   const FileVoxel* slices[SliceBlock<FileVoxel>::kMostSlices];
   for (int k = 0; k < count; ++k) {
     // In the order of memory: the last slice of a flipped block comes first.
     slices[k] = block.Slice(to.flipZ ? count - 1 - k : k);
   }
+  RowTiles<FileVoxel, Voxel> tiles;
   const int z0 = to.flipZ ? to.dimZ - first - count : first;
   for (int column0 = 0; column0 < to.dimX; column0 += kColumns) {
     const int columnEnd = std::min(column0 + kColumns, to.dimX);
     for (int row = 0; row < to.rows; ++row) {
       const std::size_t rowStart =
           static_cast<std::size_t>(row) * static_cast<std::size_t>(to.dimX);
+      Voxel* runs[kColumns];
       for (int column = column0; column < columnEnd; ++column) {
-        Voxel* run = array[to.X(column)][to.Y(row)] + z0;
+        runs[column - column0] = array[to.X(column)][to.Y(row)] + z0;
+      }
+      const Tiled tiled = tiles.Spread(slices, rowStart, column0, columnEnd, count, runs);
+      for (int column = column0; column < columnEnd; ++column) {
+        Voxel* run = runs[column - column0];
         const std::size_t at = rowStart + static_cast<std::size_t>(column);
-        for (int k = 0; k < count; ++k) { run[k] = static_cast<Voxel>(ValueOf(slices[k][at])); }
+        for (int k = column - column0 < tiled.columns ? tiled.slices : 0; k < count; ++k) {
+          const int value = ValueOf(slices[k][at]);
+          range = {std::min(range.min, value), std::max(range.max, value)};
+          run[k] = static_cast<Voxel>(value);
+        }
       }
     }
   }
+  tiles.Widen(range);
 }
 
 /// Reads all slices into `array` and widens `range` by every voxel that lands in it.
@@ -134,22 +183,10 @@ template <class FileVoxel>
 void ReadSlices(std::FILE* stream, const Traversal& to, std::uint16_t* const* const* array,
                 Range& range) {
   SliceBlock<FileVoxel> block(to);
-  const std::size_t used = static_cast<std::size_t>(to.rows) * static_cast<std::size_t>(to.dimX);
   for (int first = 0; first < to.dimZ; first += block.Slices()) {
     const int count = std::min(block.Slices(), to.dimZ - first);
     block.Read(stream, first, count);
-    for (int slice = 0; slice < count; ++slice) {
-      const FileVoxel* voxels = block.Slice(slice);
-      int low = range.min;
-      int high = range.max;
-      for (std::size_t i = 0; i < used; ++i) {
-        const int value = ValueOf(voxels[i]);
-        low = std::min(low, value);
-        high = std::max(high, value);
-      }
-      range = {low, high};
-    }
-    Spread(block, to, first, count, array);
+    Spread(block, to, first, count, array, range);
   }
 }
 

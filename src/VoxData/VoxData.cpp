@@ -9,6 +9,7 @@
 
 #include <cstring>
 #include <iostream>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
@@ -42,6 +43,15 @@ void SetTraversal(VoxData& volume, int axis, int size, int flip, int unflippedEn
 }  // namespace
 
 namespace voxels {
+
+void PreferLargePages(void* array, std::size_t bytes) {
+  constexpr std::uintptr_t kPage = 4096;
+  constexpr std::size_t kWorthIt = std::size_t{4} << 20U;
+  if (bytes < kWorthIt) { return; }
+  const auto begin = (reinterpret_cast<std::uintptr_t>(array) + kPage - 1) / kPage * kPage;
+  const auto end = (reinterpret_cast<std::uintptr_t>(array) + bytes) / kPage * kPage;
+  madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);  // only a wish
+}
 
 std::size_t CountThatFits(int dimX, int dimY, int dimZ, std::size_t bytesPerVoxel) {
   if (dimX < 1 || dimY < 1 || dimZ < 1) { return 0; }

@@ -9,6 +9,10 @@ namespace voxels {
 /// Number of voxels, or 0 where the sizes make no volume or more than the memory of the machine.
 std::size_t CountThatFits(int dimX, int dimY, int dimZ, std::size_t bytesPerVoxel);
 
+/// Asks for large pages behind an array that will be filled: a fault for each small one costs more
+/// than the voxels in it.
+void PreferLargePages(void* array, std::size_t bytes);
+
 /// Owner of one array. All voxels are 0 after Allocate; pages that nobody touches cost nothing.
 template <class Voxel>
 class VoxelTable {
@@ -31,6 +35,7 @@ public:
       Release();
       return false;
     }
+    PreferLargePages(block, count * sizeof(Voxel));
     for (std::size_t row = 0; row < sizeX * sizeY; ++row) {
       rows[row] = block + row * static_cast<std::size_t>(dimZ);
     }
