@@ -5,8 +5,10 @@
 #include "ui/HelpTexts.h"
 #include "ui/MeasureButton.h"
 #include "ui/Modal.h"
+#include "ui/StudyChecks.h"
 #include "view3d/Window3D.h"
 #include "views/Segimage.h"
+#include "views/SegimageMeasures.h"
 
 #include <FL/Fl.H>
 #include <FL/Fl_Group.H>
@@ -24,6 +26,9 @@ void ShowCanvas(MainUI& ui) {
   ui.segimage->DrawNow();
   ui.mainWindow->redraw();
 }
+
+/// Whether the overlap will not refuse; says so where it would, before anything has changed.
+bool CanOverlay(const MainUI& ui) { return TakeChosenPair(ui).ok && slice::CanShowSlices(ui); }
 
 void Overlay2D(MainUI& ui) {
   ui.segimage->OverlayResult2D();
@@ -51,11 +56,13 @@ void Haussdorf2D(MainUI& ui) {
   ShowCanvas(ui);
 }
 void OverlayIntra(MainUI& ui) {
+  if (!CanMeasureOneUser(ui) || !CanOverlay(ui)) { return; }
   ui.segimage->OverlayResult2D();
   ui.segimage->ProbabilityIntra();
   ShowCanvas(ui);
 }
 void OverlayInter(MainUI& ui) {
+  if (!CanMeasureUsers(ui, kMaxSliceUsers) || !CanOverlay(ui)) { return; }
   ui.segimage->OverlayResult2D();
   ui.segimage->ProbabilityInter();
   ShowCanvas(ui);

@@ -140,3 +140,11 @@ bool CanMeasureUsers(const MainUI& ui, int mostUsers) {
   }
   return true;
 }
+
+bool CanMeasureOneUser(const MainUI& ui) {
+  if (!CanMeasureUsers(ui, kMaxSliceUsers)) { return false; }
+  const int user = Truncated(ui.overlayIntraSlider);
+  if (user >= 0 && user < ui.userCount) { return true; }
+  Refuse("The study has no such user: move the slider below \"Overlay Intra\"");
+  return false;
+}

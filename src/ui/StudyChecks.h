@@ -42,3 +42,6 @@ void WarnIfLabelMissing(const MainUI& ui, const VoxData& image, const char* role
 /// False, with a message box, where the images of `userCount` users with `slicesPerUser` repeats
 /// are not all loaded and of one size, where there are none, or more users than `mostUsers`.
 bool CanMeasureUsers(const MainUI& ui, int mostUsers);
+
+/// The same for the user at overlayIntraSlider on a slice, who has to be one of them.
+bool CanMeasureOneUser(const MainUI& ui);

@@ -2,7 +2,6 @@
 #include "VoxData/VoxData.h"
 #include "ui/Fields.h"
 #include "ui/MainUI.h"
-#include "ui/Modal.h"
 #include "ui/StudyChecks.h"
 #include "views/Segimage.h"
 #include "views/SegimageMeasures.h"
@@ -39,19 +38,13 @@ void CountRepeats(Segimage& canvas) {
 
 void Segimage::ProbabilityIntra() {
   const RunningCommand running(*mainUI);
-  if (running.Refused() || !CanMeasureUsers(*mainUI, kMaxSliceUsers) ||
-      !slice::CanShowSlices(*mainUI)) {
-    return;
-  }
-  const int user = Truncated(mainUI->overlayIntraSlider);
-  if (user < 0 || user >= mainUI->userCount) {
-    Refuse("The study has no such user: move the slider below \"Overlay Intra\"");
+  if (running.Refused() || !CanMeasureOneUser(*mainUI) || !slice::CanShowSlices(*mainUI)) {
     return;
   }
   greyHidden = 0;
   CountRepeats(*this);
-  const double overlap =
-      measure::PaintOneUser(userCounts, user, mainUI->slicesPerUser, slice::SizeOf(*this), result);
+  const double overlap = measure::PaintOneUser(userCounts, Truncated(mainUI->overlayIntraSlider),
+                                               mainUI->slicesPerUser, slice::SizeOf(*this), result);
   SetField(mainUI->probaOverlapIntraOutput, "%.6f", overlap);
   slice::ShowGreyResult(*this);
 }
