@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Counts the overlap of two atlases straight from their NIfTI files, for three slices.
+"""Counts the overlap of two atlases straight from their NIfTI files.
 
-check_brain.py BRAIN_FOLDER LABEL_IDS_1 LABEL_IDS_2 X Y Z
+check_brain.py BRAIN_FOLDER LABEL_IDS_1 LABEL_IDS_2 --values VALUES
 
-The ids are comma-separated region numbers of aal.nii and AICHAmc.nii. X, Y, Z are the 1-based
-slice numbers that the window shows. Prints, for the whole volume and for each slice, the voxels of
-each atlas, the union and the intersection.
+The ids are comma-separated region numbers of aal.nii and AICHAmc.nii. VALUES holds what the window
+showed, a name and a value a line; the counts are made for the slices that it names, and for the
+whole volume, and have to be the same.
 """
 import pathlib
 import struct
@@ -22,12 +22,19 @@ def read_nifti(path):
 def main():
     folder = pathlib.Path(sys.argv[1])
     ids1, ids2 = ({int(i) for i in text.split(",")} for text in sys.argv[2:4])
-    shown = [int(text) - 1 for text in sys.argv[4:7]]
+    values = {}
+    for line in pathlib.Path(sys.argv[5]).read_text().splitlines():
+        name, _, value = line.partition(" ")
+        values[name] = value
+
     (nx, ny, nz), fine = read_nifti(folder / "aal.nii")
-    (cx, cy, cz), coarse = read_nifti(folder / "AICHAmc.nii")
+    (cx, cy, _), coarse = read_nifti(folder / "AICHAmc.nii")
+    shown = {name: int(values["slice" + name].split()[0]) - 1 for name in ("XY", "YZ", "XZ")}
     # In memory y and z run backwards.
-    wanted = {"volume": None, "x": shown[0], "y": ny - 1 - shown[1], "z": nz - 1 - shown[2]}
-    counts = {name: [0, 0, 0, 0] for name in wanted}
+    places = {"YZ": shown["YZ"], "XZ": ny - 1 - shown["XZ"], "XY": nz - 1 - shown["XY"]}
+    union = dict.fromkeys(places, 0)
+    common = dict.fromkeys(places, 0)
+    only1 = only2 = both = 0
     for z in range(nz):
         for y in range(ny):
             row = fine[(z * ny + y) * nx:(z * ny + y + 1) * nx]
@@ -37,16 +44,24 @@ def main():
                 b = coarse[(k * cy + j) * cx + i] in ids2
                 if not (a or b):
                     continue
-                for name, place in (("volume", None), ("x", x), ("y", y), ("z", z)):
-                    if wanted[name] == place:
-                        count = counts[name]
-                        count[0] += a
-                        count[1] += b
-                        count[2] += 1
-                        count[3] += a and b
-    for name, (first, second, union, common) in counts.items():
-        print(f"{name}: first {first} second {second} union {union} intersection {common}")
-    return 0
+                only1 += a and not b
+                only2 += b and not a
+                both += a and b
+                for name, place in (("YZ", x), ("XZ", y), ("XY", z)):
+                    if places[name] == place:
+                        union[name] += 1
+                        common[name] += a and b
+    expected = {"nbPixelA": only1, "nbPixelB": only2, "intersect3D": both}
+    for name in places:
+        expected["union" + name] = union[name]
+        expected["intersect" + name] = common[name]
+    wrong = [f"{name}: the window shows {values.get(name)!r}, the files say {value}"
+             for name, value in expected.items() if values.get(name) != str(value)]
+    wrong += [f"{name}: the slice misses the structure" for name in places if not common[name]]
+    for name, value in sorted(values.items()):
+        print(name, value)
+    print("\n".join(wrong) or f"all {len(expected)} counts agree with the NIfTI files")
+    return 1 if wrong else 0
 
 
 if __name__ == "__main__":
