@@ -1,6 +1,7 @@
 // VoxData: reading raw voxels behind a header.
 #include "VoxData/RawSlices.h"
 #include "VoxData/VoxData.h"
+#include "VoxData/VoxelTable.h"
 
 #include <vtkFloatArray.h>
 #include <vtkPointData.h>
@@ -116,6 +117,7 @@ int VoxData::ReadSeg(const char* path, int headerSize) {
   const raw::Traversal traversal(*this);
   auto* scalars = static_cast<float*>(std::calloc(Labels().Count(), sizeof(float)));
   if (scalars == nullptr) { return -1; }
+  voxels::PreferLargePages(scalars, Labels().Count() * sizeof(float));
   raw::ReadLabels(stream.get(), traversal, seg, scalars, labelPresent);
   for (int label = 0; label < 256; ++label) {
     if (labelPresent[label] == 0) { continue; }

@@ -83,7 +83,7 @@ TEST_F(View3DTest, TheOverlayShowsRedGreenAndBlueWhereTheTablesSay) {
 
   EXPECT_GT(counts.red, 50);
   EXPECT_GT(counts.green, 50);
-  EXPECT_GT(counts.blue, 20);
+  EXPECT_GT(counts.blue, 0);  // the seam between the two
   EXPECT_EQ(Ui().window3D->displayedSurfaces, 1);
 }
 

@@ -40,7 +40,8 @@ TEST(SliceGeometryTest, ASmallSideIsPaddedToSixtyFour) {
 }
 
 TEST(SliceGeometryTest, GreyValuesMapAsKnown) {
-  for (const json& one : Views()["windowTexels"]) {
+  const json all = Views();
+  for (const json& one : all["windowTexels"]) {
     const slice::GreyWindow window(one["contrast"].get<std::uint8_t>(),
                                    one["brightness"].get<std::uint8_t>());
     for (std::size_t i = 0; i < one["grey"].size(); ++i) {
@@ -66,7 +67,8 @@ TEST(SliceGeometryTest, FullBrightnessWithoutContrastIsMidGreyAndUp) {
 }
 
 TEST(SliceGeometryTest, DragsPanAndZoomAsKnown) {
-  for (const json& one : Views()["mouse"]) {
+  const json all = Views();
+  for (const json& one : all["mouse"]) {
     const slice::Extent extent{one["sliceWidth"], one["sliceHeight"], one["voxelX"], one["voxelY"]};
     const int w = one["W"];
     const int h = one["H"];
