@@ -11,7 +11,9 @@
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
 #include <vtkFloatArray.h>
+#include <vtkPointData.h>
 #include <vtkSmartPointer.h>
+#include <vtkStructuredPoints.h>
 
 #include <cstring>
 #include <new>
@@ -62,7 +64,7 @@ AlteredLabels::~AlteredLabels() {
 void AlteredLabels::Restored() { restored = true; }
 
 void AlteredLabels::Suspend() {
-  if (restored) { return; }
+  if (restored || ++suspensions > 1) { return; }
   changed = CopyOf(image.seg, image.Labels());
   whole.reserve(changed.size());
   Progress silent;
@@ -71,7 +73,7 @@ void AlteredLabels::Suspend() {
 }
 
 void AlteredLabels::Resume() {
-  if (restored) { return; }
+  if (restored || --suspensions > 0) { return; }
   CopyBack(whole, image.seg, image.Labels());
   Progress silent;
   measure::SaveLabels(image.Labels(), view.savedLabels, silent);
@@ -84,7 +86,8 @@ struct PutAside::Contents {
   std::vector<float> vectors[3];
   int dims[3];
   std::vector<std::uint8_t> colours[3];
-  vtkSmartPointer<vtkFloatArray> scalars[3];
+  vtkSmartPointer<vtkFloatArray> scalars[3];  ///< of a picture that is being painted
+  vtkSmartPointer<vtkDataArray> attached[3];  ///< of one that is about to become a surface
   float progressWidth;
   double range;
   int barWidth;
@@ -121,6 +124,7 @@ struct PutAside::Contents {
 
   void TakeScalars(int i) {
     VoxData& volume = *ui.workVolumes[i];
+    if (volume.image != nullptr) { attached[i] = volume.image->GetPointData()->GetScalars(); }
     scalars[i] = volume.workScalars;
     volume.workScalars = nullptr;
     if (scalars[i] != nullptr) { scalars[i]->UnRegister(nullptr); }
@@ -129,6 +133,7 @@ struct PutAside::Contents {
   void GiveVolumeBack(int i) {
     VoxData& volume = *ui.workVolumes[i];
     if (!colours[i].empty()) { CopyBack(colours[i], volume.work, volume.Labels()); }
+    if (volume.image != nullptr) { volume.image->GetPointData()->SetScalars(attached[i]); }
     if (volume.workScalars != nullptr) { volume.workScalars->Delete(); }
     volume.workScalars = scalars[i];
     if (scalars[i] != nullptr) { scalars[i]->Register(nullptr); }

@@ -55,8 +55,11 @@ void WriteDistances(const MainUI& ui, const measure::SurfaceDistance& distance) 
 void Window3D::TransformShell(VoxData& image, int index, measure::ShellRule rule,
                               const char* searching, const char* transforming) {
   PanelProgress progress(*ui);
-  measure::SaveLabels(image.Labels(), savedLabels, progress);
+  // No event is handled until the copy is whole and known: another measure would write over it.
+  Progress silent;
+  measure::SaveLabels(image.Labels(), savedLabels, silent);
   AlteredLabels altered(*this, image);
+  for (int x = 0; x < image.GetDimX(); ++x) { progress.Step(); }
   if (searching != nullptr) { ui->ShowProgressMessage(searching); }
   measure::ReduceToShell(savedLabels, ui->currentLabel, rule, image.EditableLabels(), progress);
   if (transforming != nullptr) { ui->ShowProgressMessage(transforming); }

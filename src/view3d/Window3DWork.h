@@ -42,5 +42,6 @@ private:
   AlteredLabels* before;
   std::vector<std::uint8_t> whole;  ///< z fastest, while the measure is interrupted
   std::vector<std::uint8_t> changed;
+  int suspensions = 0;  ///< measures that run inside this one, one inside the other
   bool restored = false;
 };
