@@ -22,6 +22,14 @@ constexpr int kX = 20;
 constexpr int kY = 30;
 constexpr int kZ = 40;
 
+/// Lets a death test capture the error stream, which the fixture holds otherwise.
+struct ErrorStreamReleased {
+  ErrorStreamReleased() { testing::internal::GetCapturedStderr(); }
+  ~ErrorStreamReleased() { testing::internal::CaptureStderr(); }
+  ErrorStreamReleased(const ErrorStreamReleased&) = delete;
+  ErrorStreamReleased& operator=(const ErrorStreamReleased&) = delete;
+};
+
 /// A study of 20 x 30 x 40 voxels: grey rises with x; label 1 fills the half with small x.
 class SliceViewsTest : public Interface {
 protected:
@@ -213,6 +221,7 @@ TEST_F(SliceViewsTest, HidingAndShowingKeepsThePicture) {
 TEST_F(SliceViewsTest, ABrokenCallingOrderEndsTheProgram) {
   Window2D* view = Ui().xyView;
   view->ClearView();
+  const ErrorStreamReleased released;
   EXPECT_EXIT(view->InitSlice(), testing::ExitedWithCode(255),
               "Window2D 2 needs a Register\\(\\) call prior to InitSlice\\(\\)\\.");
   EXPECT_EXIT(view->ResetView(), testing::ExitedWithCode(255),
@@ -280,6 +289,7 @@ TEST_F(SliceViewsTest, AnotherDirectionResetsTheCanvasAndTheSameOneKeepsIt) {
 TEST_F(SliceViewsTest, TheGuardsOfTheCanvasNameTheirClasses) {
   Segimage* canvas = Ui().segimage;
   canvas->Unregister();
+  const ErrorStreamReleased released;
   EXPECT_EXIT(canvas->InitSlice(), testing::ExitedWithCode(255),
               "Segimage 2 needs a Register\\(\\) call prior to InitSlice");
   EXPECT_EXIT(canvas->GetCurrentSlice(), testing::ExitedWithCode(255),
