@@ -15,20 +15,21 @@ protected:
   std::string folder = "slice_" + std::to_string(GetParam()) + "/";
   nlohmann::json study = golden::Json(folder + "slice.json");
 
-  std::unique_ptr<SliceCanvas> NewCanvas(const std::string& kind) {
+  SliceCanvas::Images Images(const std::string& kind) {
     const auto dims = study[kind == "cube" ? "cubeDims" : "dims"].get<std::array<int, 3>>();
-    std::vector<std::unique_ptr<TestVolume>> images;
+    SliceCanvas::Images images;
     for (const auto& file : study[kind + "s"]) {
       images.push_back(
           golden::Volume(folder + file.get<std::string>(), dims[0], dims[1], dims[2], 0));
     }
-    return std::make_unique<SliceCanvas>(std::move(images));
+    return images;
   }
 };
 
 TEST_P(GoldenSlicesTest, EveryCommandOnAFreshCanvasIsAsKnown) {
+  const SliceCanvas::Images images = Images("image");
   for (const auto& step : study["fresh"]) {
-    const auto canvas = NewCanvas("image");
+    const auto canvas = std::make_unique<SliceCanvas>(images);
     golden::ExpectStep(step, canvas->Run(step));
     if (HasFailure()) { FAIL() << golden::NameOf(step); }
   }
@@ -36,7 +37,8 @@ TEST_P(GoldenSlicesTest, EveryCommandOnAFreshCanvasIsAsKnown) {
 
 TEST_P(GoldenSlicesTest, EverySequenceOnOneCanvasIsAsKnown) {
   for (const auto& sequence : study["sequences"]) {
-    const auto canvas = NewCanvas(sequence["images"].get<std::string>());
+    const SliceCanvas::Images images = Images(sequence["images"].get<std::string>());
+    const auto canvas = std::make_unique<SliceCanvas>(images);
     for (const auto& step : sequence["steps"]) {
       if (step["command"] == "load") {
         canvas->Load();

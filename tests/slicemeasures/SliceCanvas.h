@@ -19,10 +19,10 @@
 /// Runs the steps of a golden study. Its volumes all have one size.
 class SliceCanvas {
 public:
-  explicit SliceCanvas(std::vector<std::unique_ptr<TestVolume>> theImages)
-      : images(std::move(theImages)) {
-    Turn(2);
-  }
+  using Images = std::vector<std::unique_ptr<TestVolume>>;
+
+  /// The images outlive the canvas.
+  explicit SliceCanvas(const Images& theImages) : images(theImages) { Turn(2); }
 
   /// What a load does to the canvas; everything else stays.
   void Load() { Turn(2); }
@@ -183,7 +183,7 @@ private:
     state.overlayInDrawCurrent = false;
   }
 
-  std::vector<std::unique_ptr<TestVolume>> images;
+  const Images& images;
   golden::CanvasState state{{}, 0, 0, 2, false, false, nullptr, nullptr};
   const nlohmann::json* step = nullptr;
   measure::Picture result = {};
