@@ -13,35 +13,54 @@
 #include <FL/Fl_Window.H>
 
 #include <benchmark/benchmark.h>
-#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <string>
 #include <vector>
 
 namespace {
 
-constexpr int kSide = 256;
+namespace fs = std::filesystem;
 
-void LoadVolume() {
-  const std::string path = "/tmp/tolvex-bench-views.raw";
-  std::vector<char> bytes(std::size_t{2} * kSide * kSide * kSide);
-  for (std::size_t i = 0; i < bytes.size(); ++i) { bytes[i] = static_cast<char>(i * 7 / 3); }
+constexpr int kSide = 256;
+constexpr std::size_t kHeader = 256;  // a segmentation always has one
+constexpr std::size_t kVoxels = std::size_t{kSide} * kSide * kSide;
+
+/// Grey values that vary, and blocks of four labels that reach every slice.
+void Write(const fs::path& path, int bytes) {
+  std::vector<char> volume(kHeader + kVoxels * static_cast<std::size_t>(bytes));
+  for (std::size_t i = 0; i < volume.size(); ++i) {
+    volume[i] = static_cast<char>(bytes == 2 ? i * 7 / 3 : (i / 40 + i / 9000) % 5);
+  }
   std::ofstream(path, std::ios::binary)
-      .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  mainUI->greyFileNameInput->value(path.c_str());
+      .write(volume.data(), static_cast<std::streamsize>(volume.size()));
+}
+
+/// Loads a grey volume and a segmentation through the dialogs' own operations.
+bool LoadStudy() {
+  const fs::path grey = fs::temp_directory_path() / "tolvex-bench-grey.raw";
+  const fs::path labels = fs::temp_directory_path() / "tolvex-bench-labels.raw";
+  Write(grey, 2);
+  Write(labels, 1);
+  mainUI->greyFileNameInput->value(grey.c_str());
   for (Fl_Value_Input* size :
        {mainUI->greyXdimInput, mainUI->greyYdimInput, mainUI->greyZdimInput}) {
     size->value(kSide);
   }
   mainUI->greyBytesInput->value(2);
+  mainUI->greyHeaderSizeInput->value(kHeader);
   mainUI->loader->StartGreyLoad();
-  mainUI->segFileNameInput->value(path.c_str());
+  mainUI->segFileNameInput->value(labels.c_str());
   mainUI->loader->LoadSeg();
-  std::remove(path.c_str());
+  fs::remove(grey);
+  fs::remove(labels);
+  return mainUI->imageCount == 1;
 }
 
 void StepThroughSlices(benchmark::State& state) {
-  const int axis = static_cast<int>(state.range(0));
+  const auto axis = static_cast<int>(state.range(0));
   Fl_Scrollbar* slider = mainUI->cursorSlider[axis];
   for (auto _ : state) {
     for (int slice = 0; slice < kSide; ++slice) {
@@ -68,7 +87,10 @@ int main(int argc, char** argv) {
   mainUI = new MainUI;
   mainUI->ShowAll();
   mainUI->mainWindow->wait_for_expose();
-  LoadVolume();
+  if (!LoadStudy()) {
+    std::cerr << "The volume of the benchmark did not load." << std::endl;
+    return EXIT_FAILURE;
+  }
   benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return EXIT_SUCCESS;
 }

@@ -13,6 +13,8 @@ extern std::int32_t lastDirection;
 
 class Segimage : public Fl_Gl_Window {
 public:
+  static constexpr const char* kName = "Segimage";  ///< in messages
+
   std::int32_t registered = 0;
   std::int32_t axisX = 0;
   std::int32_t axisY = 1;
@@ -62,6 +64,8 @@ public:
   std::int16_t* sliceDistY = nullptr;
   float zoom = 1.0F;  ///< screen pixels per world unit
   std::uint8_t overlayVisible = 0;
+  bool greyStale = false;  ///< the picture is newer than its texture
+  bool segStale = false;
 
   Segimage(int x, int y, int w, int h, const char* label = nullptr);
   Segimage(const Segimage&) = delete;
@@ -69,7 +73,7 @@ public:
   ~Segimage() override;
   void draw() override;
   int handle(int event) override;
-  void hide() override;
+  void hide() override;  ///< the context goes, and the textures with it
 
   // Life cycle and drawing.
   void Register(int newDirection, MainUI* owner);
@@ -99,14 +103,6 @@ public:
   void PrepareDirection(int wanted);
 
 private:
-  void Demand(bool initializedToo, const char* words) const;
-  void AllocateBuffers();
-  void FreeBuffers();
-  void UploadTextures();
-  void Paint(bool withGrey, bool withOverlay);
-  void ForgetTextures();
-  bool CanDraw() { return shown() != 0 && visible_r() != 0; }
-
-  bool greyStale = false;  ///< the picture is newer than its texture
-  bool segStale = false;
+  void Paint(bool withGrey, bool withLabels);
+  void DrawCursors() const;
 };

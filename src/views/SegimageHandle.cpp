@@ -1,38 +1,9 @@
 // Segimage: mouse and keys.
-#include "app/Globals.h"
-#include "app/ViewState.h"
-#include "ui/MainUI.h"
 #include "views/Segimage.h"
-#include "views/SliceView.h"
-#include "views/SliceViewSteps.h"
-#include "views/Window2D.h"
-
-#include <FL/Fl.H>
-
-namespace {
-
-int PlaceCrosshair(const Segimage& view, int event) {
-  if (event != FL_PUSH && event != FL_RELEASE && event != FL_DRAG) { return 0; }
-  slice::MoveCursorToMouse(view);
-  if (event == FL_PUSH) { viewState->SetLiveUpdate(0); }
-  if (event == FL_RELEASE) { viewState->SetLiveUpdate(1); }
-  slice::ShowMovedCursor(*view.mainUI);
-  if (event == FL_RELEASE && view.direction >= 0 && view.direction <= 2) {
-    currentDirection = view.direction;
-  }
-  return 1;
-}
-
-}  // namespace
+#include "views/SliceViewHandle.h"
 
 int Segimage::handle(int event) {
   // The toolkit maps a child window through these two.
   if (event == FL_SHOW || event == FL_HIDE) { Fl_Gl_Window::handle(event); }
-  if (initialized == 0) { return 1; }
-  if (event == FL_SHORTCUT && slice::ChooseToolByKey(*mainUI)) { return 0; }
-  switch (viewState->GetToolMode()) {
-  case 1: return slice::Navigate(*this, event);
-  case 3: return PlaceCrosshair(*this, event);
-  default: return 0;
-  }
+  return slice::HandleEvent(*this, event);
 }

@@ -7,7 +7,6 @@ namespace slice {
 
 namespace {
 
-constexpr int kSmallestTexture = 64;
 constexpr double kPerByte = 1.0 / 255.0;
 constexpr double kWhite = 65535.0;
 
@@ -35,8 +34,8 @@ Axes AxesOf(int direction) {
 }
 
 int PaddingOf(int side) {
-  if (side < kSmallestTexture) { return kSmallestTexture - side; }
-  std::int64_t padded = kSmallestTexture;
+  if (side < kSmallestSide) { return kSmallestSide - side; }
+  std::int64_t padded = kSmallestSide;
   while (padded < side) { padded *= 2; }
   return static_cast<int>(padded - side);
 }
@@ -65,10 +64,19 @@ float ZoomAfterDrag(float zoom, int pixelsDown, const Extent& slice, int canvasW
   return zoomed;
 }
 
+float HalfSide(int pixels, float zoom) { return static_cast<float>(pixels) / (2.0F * zoom); }
+
 int PixelAt(float position, int size) {
   const float cell = std::floor(position);
   if (!(cell > 0.0F)) { return 0; }
   return cell >= static_cast<float>(size) ? std::max(size - 1, 0) : static_cast<int>(cell);
+}
+
+SlicePixel PixelUnder(const View& view, const Extent& slice, int x, int y) {
+  const float worldX = (view.centreX - view.halfWidth) + static_cast<float>(x) / view.zoom;
+  const float worldY = (view.halfHeight + view.centreY) - static_cast<float>(y) / view.zoom;
+  return {PixelAt(worldX / slice.voxelSizeX, slice.width),
+          PixelAt(worldY / slice.voxelSizeY, slice.height)};
 }
 
 GreyWindow::GreyWindow(std::uint8_t contrast, std::uint8_t brightness)
@@ -88,20 +96,28 @@ std::uint16_t GreyWindow::Luminance(std::uint16_t value) const {
 template <class Voxel>
 void Extract(const Voxel* const* const* array, const LabelVolume& shape, int direction, int index,
              int width, int height, Voxel* out) {
+  const auto row = [&](int j) {
+    return out + static_cast<std::size_t>(j) * static_cast<std::size_t>(width);
+  };
+  std::fill(out, row(height), Voxel{0});
+  if (array == nullptr || direction < kSliceYZ || direction > kSliceXY) { return; }
   const PlaneSizes plane(shape, direction);
-  std::fill_n(out, static_cast<std::size_t>(width) * static_cast<std::size_t>(height), Voxel{0});
-  if (array == nullptr || index < 0 || index >= plane.fixed) { return; }
+  if (index < 0 || index >= plane.fixed) { return; }
   const int columns = std::min(width, plane.width);
   const int rows = std::min(height, plane.height);
-  for (int j = 0; j < rows; ++j) {
-    Voxel* line = out + static_cast<std::size_t>(j) * static_cast<std::size_t>(width);
-    if (direction == kSliceYZ) {
-      std::copy_n(array[index][j], columns, line);
-    } else if (direction == kSliceXZ) {
-      std::copy_n(array[j][index], columns, line);
-    } else {
-      for (int i = 0; i < columns; ++i) { line[i] = array[i][j][index]; }
+  if (direction == kSliceXY) {
+    // One voxel of each run: in the order of memory, a strip of rows that stay in the cache.
+    constexpr int kStrip = 32;
+    for (int first = 0; first < rows; first += kStrip) {
+      const int end = std::min(first + kStrip, rows);
+      for (int i = 0; i < columns; ++i) {
+        for (int j = first; j < end; ++j) { row(j)[i] = array[i][j][index]; }
+      }
     }
+    return;
+  }
+  for (int j = 0; j < rows; ++j) {
+    std::copy_n(direction == kSliceYZ ? array[index][j] : array[j][index], columns, row(j));
   }
 }
 

@@ -16,7 +16,9 @@ struct Axes {
 /// Direction 2 has x, y; 0 has z, y; 1 has z, x. Any other has the axes of direction 2.
 Axes AxesOf(int direction);
 
-/// Pixels that a side of n is short of its padded side: 64, or the next power of two.
+constexpr int kSmallestSide = 64;  ///< of a padded picture
+
+/// Pixels that a side is short of its padded side: 64, or the next power of two.
 int PaddingOf(int side);
 
 /// The visible rectangle, in world units, and the screen pixels of one world unit.
@@ -24,6 +26,8 @@ struct View {
   float centreX = 0.0F;
   float centreY = 0.0F;
   float zoom = 1.0F;
+  float halfWidth = 1.0F;
+  float halfHeight = 1.0F;
 };
 
 /// A slice of voxels of a size, in world units.
@@ -41,8 +45,21 @@ View FitView(const Extent& slice, int w, int h);
 /// canvas and the slice as wide as one pixel.
 float ZoomAfterDrag(float zoom, int pixelsDown, const Extent& slice, int canvasWidth);
 
+/// Half of what a canvas side of `pixels` shows, in world units.
+float HalfSide(int pixels, float zoom);
+
 /// The pixel of a side that a position lies in, kept within 0 to size - 1.
 int PixelAt(float position, int size);
+
+/// A pixel of a slice: column i, row j from the bottom.
+struct SlicePixel {
+  int i = 0;
+  int j = 0;
+};
+
+/// The pixel under a place of the canvas, x to the right and y down; outside the slice the nearest
+/// one of its border.
+SlicePixel PixelUnder(const View& view, const Extent& slice, int x, int y);
 
 /// How grey values become luminance, in 32-bit floats: a high contrast is a narrow window, a high
 /// brightness a low level.
@@ -56,7 +73,8 @@ struct GreyWindow {
 };
 
 /// Copies slice `index` of `array` into `out`, pixel (i, j) at j * width + i. What lies outside
-/// the volume is 0, so that a view may keep its size while the volume it shows has another.
+/// the volume, or outside directions 0 to 2, is 0, so that a view may keep its size while the
+/// volume it shows has another.
 template <class Voxel>
 void Extract(const Voxel* const* const* array, const LabelVolume& shape, int direction, int index,
              int width, int height, Voxel* out);

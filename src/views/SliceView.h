@@ -1,12 +1,8 @@
-// What the three slice views and the result canvas do alike: one piece of code for both classes,
-// which have the members of this geometry under the same names.
+// What the slice views and the result canvas do alike, where the class of the view does not matter.
 #pragma once
 
 #include "VoxData/VoxData.h"
-#include "app/ViewState.h"
 #include "views/SliceGeometry.h"
-
-#include <FL/Fl_Gl_Window.H>
 
 #include <cstdint>
 
@@ -22,74 +18,43 @@ VoxData* FirstImage(const MainUI& ui);
 /// Ends the program: the calling order is broken. Writes the words, the direction between them.
 [[noreturn]] void EndForOrder(const char* name, int direction, const char* words);
 
+/// Ends the program where a side of 64 pixels or more is padded by its own length or more.
+/// `axis` is x or y, `side` "width" or "height".
+void DemandPadding(const char* name, char axis, const char* side, int padding, int size);
+
+/// Says on the error stream that a slice is too large for the memory.
+void ReportNoMemory(int width, int height);
+
+/// What the mouse does in a view: 1 navigates, 3 moves the crosshair.
+int ToolMode();
+
 /// The cursor's coordinate along the axis that `direction` holds fixed.
 int CursorSlice(int direction);
 
-/// Moves the shared cursor along the two axes of a slice.
-void PlaceCursor(Axes axes, int i, int j);
+/// Moves the shared cursor along the two axes of a slice, and all views with it. Between the press
+/// and the release of the mouse only the lines move; the slices follow at the end.
+void PlaceCursor(MainUI& ui, Axes axes, SlicePixel pixel, int event);
 
 /// Builds the texture `name` anew from a padded picture; the context is current.
 void BuildGreyTexture(std::uint32_t& name, const std::uint16_t* texels, int width, int height);
 void BuildColourTexture(std::uint32_t& name, const std::uint8_t* texels, int width, int height);
 
-/// One textured rectangle of width by height pixels at the origin.
-void DrawQuad(float width, float height);
+/// Paints a texture without blending, and one with it, on a padded slice of width by height pixels.
+void PaintGrey(std::uint32_t texture, int width, int height);
+void BlendLabels(std::uint32_t texture, int width, int height);
+
+/// Colour of a crosshair, 0.0 to 1.0 each.
+struct CursorColour {
+  float red, green, blue;
+};
+constexpr CursorColour kBlue{0.0F, 0.0F, 1.0F};
+constexpr CursorColour kGreen{0.0F, 1.0F, 0.0F};
+constexpr CursorColour kPurple{0.5F, 0.0F, 0.5F};
+
 /// Two dashed lines through a cursor.
-void DrawCursor(const int* cursor, Axes axes, int width, int height);
+void DrawCursor(const int* cursor, CursorColour colour, Axes axes, int width, int height);
 
-/// N, P and C choose the tool. Returns whether the key was one of them.
+/// N, P and C choose the tool. Returns whether one of them is down.
 bool ChooseToolByKey(MainUI& ui);
-/// The cursor sliders and all views after the cursor moved.
-void ShowMovedCursor(MainUI& ui);
-
-template <class View>
-Extent ExtentOf(const View& view) {
-  return {view.sliceWidth, view.sliceHeight, view.voxelSizeX, view.voxelSizeY};
-}
-
-template <class View>
-void TakeAxes(View& view, int direction) {
-  const Axes axes = AxesOf(direction);
-  view.axisX = axes.x;
-  view.axisY = axes.y;
-}
-
-/// Sizes, voxel sizes and padding from the image on show.
-template <class View>
-void TakeSizes(View& view) {
-  const VoxData* image = ShownImage(*view.mainUI);
-  int dims[3] = {0, 0, 0};
-  float spacing[3] = {1.0F, 1.0F, 1.0F};
-  if (image != nullptr) {
-    image->GetDims(dims);
-    image->GetSpacing(spacing);
-  }
-  view.sliceWidth = dims[view.axisX];
-  view.sliceHeight = dims[view.axisY];
-  view.voxelSizeX = spacing[view.axisX];
-  view.voxelSizeY = spacing[view.axisY];
-  view.paddingX = PaddingOf(view.sliceWidth);
-  view.paddingY = PaddingOf(view.sliceHeight);
-}
-
-template <class View>
-void Fit(View& view) {
-  const slice::View fitted = FitView(ExtentOf(view), view.w(), view.h());
-  view.viewCentreX = fitted.centreX;
-  view.viewCentreY = fitted.centreY;
-  view.zoom = fitted.zoom;
-}
-
-/// Projection and model view of a slice; stores the halves of the visible rectangle.
-template <class View>
-void BeginPicture(View& view);
-
-/// Push and drag in navigation mode; other events give 0.
-template <class View>
-int Navigate(View& view, int event);
-
-/// The cursor at the pixel under the mouse.
-template <class View>
-void MoveCursorToMouse(const View& view);
 
 }  // namespace slice

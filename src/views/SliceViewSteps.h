@@ -1,71 +1,88 @@
-// Definitions of SliceView.h's templates, for the two classes that use them.
+// The steps of a slice view, once for Window2D and Segimage: templates over the two classes, which
+// have the members of a view under the same names. For their own .cpp files only.
 #pragma once
 
 #include "views/SliceView.h"
-
-#include <FL/Fl.H>
-#include <FL/gl.h>
-#include <GL/glu.h>
+#include "views/Window2D.h"
 
 namespace slice {
 
+constexpr const char* kNeedsRegister = " needs a Register() call prior to InitSlice().";
+
 template <class View>
-void BeginPicture(View& view) {
-  view.viewHalfWidth = static_cast<float>(view.w()) / (2.0F * view.zoom);
-  view.viewHalfHeight = static_cast<float>(view.h()) / (2.0F * view.zoom);
-  glMatrixMode(GL_PROJECTION);
-  glLoadIdentity();
-  gluOrtho2D(view.viewCentreX - view.viewHalfWidth, view.viewCentreX + view.viewHalfWidth,
-             view.viewCentreY - view.viewHalfHeight, view.viewCentreY + view.viewHalfHeight);
-  glViewport(0, 0, view.w(), view.h());
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glLoadIdentity();
-  glScalef(view.voxelSizeX, view.voxelSizeY, 1.0F);
-  glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  glDisable(GL_LIGHTING);
-  glEnable(GL_TEXTURE_2D);
+void DemandRegister(const View& view) {
+  if (view.registered == 0) { EndForOrder(View::kName, view.direction, kNeedsRegister); }
 }
 
 template <class View>
-int Drag(View& view) {
-  const int x = Fl::event_x();
-  const int y = Fl::event_y();
-  if (view.mouseButton == FL_LEFT_MOUSE) {
-    view.viewCentreX -= static_cast<float>(x - view.lastMouseX) / view.zoom;
-    view.viewCentreY += static_cast<float>(y - view.lastMouseY) / view.zoom;
-    view.lastMouseX = x;
-    view.lastMouseY = y;
-    view.redraw();
-  } else if (view.mouseButton == FL_RIGHT_MOUSE) {
-    view.zoom = ZoomAfterDrag(view.zoom, y - view.lastMouseY, ExtentOf(view), view.w());
-    view.lastMouseY = y;
-    view.redraw();
+void DemandSlice(const View& view, const char* words, const char* name = View::kName) {
+  if (view.registered == 0 || view.initialized == 0) { EndForOrder(name, view.direction, words); }
+}
+
+template <class View>
+void TakeAxes(View& view, int direction) {
+  const Axes axes = AxesOf(direction);
+  view.axisX = axes.x;
+  view.axisY = axes.y;
+}
+
+template <class View>
+void Register(View& view, int direction, MainUI* owner) {
+  view.direction = direction;
+  view.mainUI = owner;
+  view.registered = 1;
+  TakeAxes(view, direction);
+}
+
+template <class View>
+Extent ExtentOf(const View& view) {
+  return {view.sliceWidth, view.sliceHeight, view.voxelSizeX, view.voxelSizeY};
+}
+
+/// Sizes, voxel sizes and padding from the image on show.
+template <class View>
+void TakeSizes(View& view) {
+  int dims[3] = {0, 0, 0};
+  float spacing[3] = {1.0F, 1.0F, 1.0F};
+  if (const VoxData* image = ShownImage(*view.mainUI)) {
+    image->GetDims(dims);
+    image->GetSpacing(spacing);
   }
-  return 1;
+  view.sliceWidth = dims[view.axisX];
+  view.sliceHeight = dims[view.axisY];
+  view.voxelSizeX = spacing[view.axisX];
+  view.voxelSizeY = spacing[view.axisY];
+  view.paddingX = PaddingOf(view.sliceWidth);
+  view.paddingY = PaddingOf(view.sliceHeight);
+  DemandPadding(View::kName, 'x', "width", view.paddingX, view.sliceWidth);
+  DemandPadding(View::kName, 'y', "height", view.paddingY, view.sliceHeight);
 }
 
 template <class View>
-int Navigate(View& view, int event) {
-  if (event == FL_DRAG) { return Drag(view); }
-  if (event != FL_PUSH) { return 0; }
-  view.mouseButton = Fl::event_button();
-  if (view.mouseButton == FL_LEFT_MOUSE) { view.lastMouseX = Fl::event_x(); }
-  if (view.mouseButton == FL_LEFT_MOUSE || view.mouseButton == FL_RIGHT_MOUSE) {
-    view.lastMouseY = Fl::event_y();
-  }
-  return 1;
+void Fit(View& view) {
+  const slice::View fitted = FitView(ExtentOf(view), view.w(), view.h());
+  view.viewCentreX = fitted.centreX;
+  view.viewCentreY = fitted.centreY;
+  view.zoom = fitted.zoom;
+}
+
+/// The direction on show. A view that follows the one touched last is made anew with its axes.
+template <class View>
+int EffectiveDirection(View& view) {
+  if (view.direction <= 2) { return view.direction; }
+  const Axes before{view.axisX, view.axisY};
+  TakeAxes(view, currentDirection);
+  if (before.x != view.axisX || before.y != view.axisY) { view.InitSlice(); }
+  return currentDirection;
 }
 
 template <class View>
-void MoveCursorToMouse(const View& view) {
-  const auto x = static_cast<float>(Fl::event_x());
-  const auto y = static_cast<float>(Fl::event_y());
-  const float px = ((view.viewCentreX - view.viewHalfWidth) + x / view.zoom) / view.voxelSizeX;
-  const float py = ((view.viewHalfHeight + view.viewCentreY) - y / view.zoom) / view.voxelSizeY;
-  PlaceCursor({view.axisX, view.axisY}, PixelAt(px, view.sliceWidth),
-              PixelAt(py, view.sliceHeight));
+void TakeSlices(View& view, const VoxData& image, int direction) {
+  const LabelVolume shape = image.Labels();
+  Extract<std::uint16_t>(image.grey, shape, direction, view.currentSlice, view.sliceWidth,
+                         view.sliceHeight, view.greySlice);
+  Extract<std::uint8_t>(image.seg, shape, direction, view.currentSlice, view.sliceWidth,
+                        view.sliceHeight, view.segSlice);
 }
 
 }  // namespace slice

@@ -3,26 +3,18 @@
 #include "VoxData/VoxData.h"
 #include "app/Globals.h"
 #include "app/ViewState.h"
-#include "ui/MainUI.h"
 #include "views/SlicePictures.h"
 #include "views/SliceView.h"
+#include "views/SliceViewBuffers.h"
+#include "views/SliceViewDraw.h"
 #include "views/SliceViewSteps.h"
-
-#include <algorithm>
-#include <cstdlib>
 
 std::int32_t currentDirection = 0;
 
 namespace {
 
-std::size_t Pixels(int width, int height) {
-  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-}
-
-template <class Element>
-Element* NewZeros(std::size_t count) {
-  return static_cast<Element*>(std::calloc(std::max<std::size_t>(count, 1), sizeof(Element)));
-}
+constexpr const char* kBeforeGetCurrentSlice =
+    " needs a Register() and InitSlice() call prior to GetCurrentSlice().";
 
 }  // namespace
 
@@ -30,32 +22,15 @@ Window2D::Window2D(int x, int y, int w, int h, const char* label)
     : Fl_Gl_Window(x, y, w, h, label) {}
 
 Window2D::~Window2D() {
-  if (initialized != 0) { FreeBuffers(); }
-}
-
-void Window2D::FreeBuffers() {
-  std::free(greySlice);
-  std::free(segSlice);
-  std::free(scratch);
-  std::free(greyTextureData);
-  std::free(segTextureData);
-}
-
-void Window2D::Demand(bool initializedToo, const char* words) const {
-  if (registered == 0 || (initializedToo && initialized == 0)) {
-    slice::EndForOrder("Window2D ", direction, words);
-  }
+  if (initialized != 0) { slice::FreeBuffers(*this); }
 }
 
 void Window2D::Register(int newDirection, MainUI* owner) {
-  direction = newDirection;
-  mainUI = owner;
-  registered = 1;
-  slice::TakeAxes(*this, direction);
+  slice::Register(*this, newDirection, owner);
 }
 
 void Window2D::ClearView() {
-  if (initialized != 0) { FreeBuffers(); }
+  if (initialized != 0) { slice::FreeBuffers(*this); }
   registered = 0;
   initialized = 0;
   greySlice = nullptr;
@@ -63,9 +38,7 @@ void Window2D::ClearView() {
   scratch = nullptr;
   greyTextureData = nullptr;
   segTextureData = nullptr;
-  ForgetTextures();
-  greyStale = false;
-  segStale = false;
+  slice::ForgetTextures(*this);
   currentSlice = -1;
   sliceWidth = 0;
   sliceHeight = 0;
@@ -73,6 +46,9 @@ void Window2D::ClearView() {
   paddingY = 0;
   voxelSizeX = 1.0F;
   voxelSizeY = 1.0F;
+  contrast = 0;
+  brightness = 0;
+  labelOpacity = 0;
   viewCentreX = 0.0F;
   viewCentreY = 0.0F;
   viewHalfWidth = 1.0F;
@@ -81,81 +57,50 @@ void Window2D::ClearView() {
 }
 
 void Window2D::InitSlice() {
-  Demand(false, " needs a Register() call prior to InitSlice().");
+  slice::DemandRegister(*this);
   if (direction > 2) { slice::TakeAxes(*this, currentDirection); }
   slice::TakeSizes(*this);
   currentSlice = -1;
-  if (initialized != 0) { FreeBuffers(); }
-  const std::size_t pixels = Pixels(sliceWidth, sliceHeight);
-  const std::size_t texels = Pixels(sliceWidth + paddingX, sliceHeight + paddingY);
-  greySlice = NewZeros<std::uint16_t>(pixels);
-  segSlice = NewZeros<std::uint8_t>(pixels);
-  scratch = NewZeros<std::uint8_t>(pixels * 4);
-  greyTextureData = NewZeros<std::uint16_t>(texels);
-  segTextureData = NewZeros<std::uint8_t>(texels * 4);
+  slice::MakeBuffers(*this);
   initialized = 1;
   ResetView();
 }
 
 void Window2D::ResetView() {
-  Demand(true, " needs a Register() and InitSlice() call prior to ResetView().");
+  slice::DemandSlice(*this, " needs a Register() and InitSlice() call prior to ResetView().");
   slice::Fit(*this);
 }
 
-int Window2D::EffectiveDirection() const { return direction > 2 ? currentDirection : direction; }
-
-void Window2D::FollowLastView() {
-  if (direction <= 2) { return; }
-  const slice::Axes before{axisX, axisY};
-  slice::TakeAxes(*this, currentDirection);
-  if (before.x != axisX || before.y != axisY) { InitSlice(); }
-}
-
 void Window2D::CreateGreySliceTexture() {
-  Demand(true, " needs a Register() and InitSlice() call prior to CreateGreySliceTexture().");
+  slice::DemandSlice(*this,
+                     " needs a Register() and InitSlice() call prior to CreateGreySliceTexture().");
   slice::FillLuminance(greySlice, sliceWidth, sliceHeight, paddingX,
                        slice::GreyWindow(contrast, brightness), greyTextureData);
   greyStale = true;
-  UploadTextures();
+  slice::UploadTextures(*this);
 }
 
 void Window2D::CreateSegSliceTexture() {
-  Demand(true, " needs a Register() and InitSlice() call prior to CreateSegSliceTexture().");
+  slice::DemandSlice(*this,
+                     " needs a Register() and InitSlice() call prior to CreateSegSliceTexture().");
   if (const VoxData* image = slice::ShownImage(*mainUI)) {
     slice::FillAllLabels(segSlice, sliceWidth, sliceHeight, paddingX, image->labels,
                          viewState->GetLabelOpacity(), segTextureData);
   }
   segStale = true;
-  UploadTextures();
-}
-
-void Window2D::TakeSlices(int wanted) {
-  currentSlice = wanted;
-  contrast = viewState->GetContrast();
-  brightness = viewState->GetBrightness();
-  labelOpacity = viewState->GetLabelOpacity();
-  const int fixed = EffectiveDirection();
-  if (const VoxData* image = slice::ShownImage(*mainUI)) {
-    const LabelVolume shape = image->Labels();
-    slice::Extract<std::uint16_t>(image->grey, shape, fixed, wanted, sliceWidth, sliceHeight,
-                                  greySlice);
-    slice::Extract<std::uint8_t>(image->seg, shape, fixed, wanted, sliceWidth, sliceHeight,
-                                 segSlice);
-  }
-  CreateGreySliceTexture();
-  CreateSegSliceTexture();
+  slice::UploadTextures(*this);
 }
 
 void Window2D::GetCurrentSlice() {
-  Demand(true, " needs a Register() and InitSlice() call prior to GetCurrentSlice().");
-  FollowLastView();
+  slice::DemandSlice(*this, kBeforeGetCurrentSlice);
+  const int fixed = slice::EffectiveDirection(*this);
   if (viewState->GetLiveUpdate() == 0) { return; }
-  const int wanted = slice::CursorSlice(EffectiveDirection());
-  if (wanted != currentSlice) {
-    TakeSlices(wanted);
+  if (slice::CursorSlice(fixed) != currentSlice) {
+    TakeSlices(fixed);
   } else if (contrast != viewState->GetContrast() || brightness != viewState->GetBrightness()) {
     contrast = viewState->GetContrast();
     brightness = viewState->GetBrightness();
+    // ON PURPOSE: an opacity that changed as well waits for the next repaint.
     CreateGreySliceTexture();
   } else if (labelOpacity != viewState->GetLabelOpacity()) {
     labelOpacity = viewState->GetLabelOpacity();
@@ -164,7 +109,18 @@ void Window2D::GetCurrentSlice() {
 }
 
 void Window2D::RefreshSlice() {
-  Demand(true, " needs a Register() and InitSlice() call prior to GetCurrentSlice().");
-  FollowLastView();
-  TakeSlices(slice::CursorSlice(EffectiveDirection()));
+  slice::DemandSlice(*this, kBeforeGetCurrentSlice);
+  TakeSlices(slice::EffectiveDirection(*this));
+}
+
+void Window2D::TakeSlices(int fixed) {
+  currentSlice = slice::CursorSlice(fixed);
+  contrast = viewState->GetContrast();
+  brightness = viewState->GetBrightness();
+  labelOpacity = viewState->GetLabelOpacity();
+  if (const VoxData* image = slice::ShownImage(*mainUI)) {
+    slice::TakeSlices(*this, *image, fixed);
+  }
+  CreateGreySliceTexture();
+  CreateSegSliceTexture();
 }

@@ -13,6 +13,8 @@ extern std::int32_t currentDirection;
 
 class Window2D : public Fl_Gl_Window {
 public:
+  static constexpr const char* kName = "Window2D";  ///< in messages
+
   std::int32_t registered = 0;
   std::int32_t axisX = 0;
   std::int32_t axisY = 1;
@@ -43,7 +45,9 @@ public:
   float viewHalfHeight = 1.0F;
   std::int32_t lastMouseX = 0;
   std::int32_t lastMouseY = 0;
-  float zoom = 1.0F;
+  float zoom = 1.0F;       ///< screen pixels per world unit
+  bool greyStale = false;  ///< the picture is newer than its texture
+  bool segStale = false;
 
   Window2D(int x, int y, int w, int h, const char* label = nullptr);
   Window2D(const Window2D&) = delete;
@@ -51,7 +55,7 @@ public:
   ~Window2D() override;
   void draw() override;
   int handle(int event) override;
-  void hide() override;
+  void hide() override;  ///< the context goes, and the textures with it
 
   void Register(int newDirection, MainUI* owner);
   void ClearView();
@@ -64,16 +68,6 @@ public:
   void DrawRefreshed();    ///< draws at once with RefreshSlice in front; safe while not shown
 
 private:
-  void Demand(bool initializedToo, const char* words) const;
-  void FreeBuffers();
-  void FollowLastView();
-  int EffectiveDirection() const;
-  void TakeSlices(int slice);
-  void UploadTextures();
+  void TakeSlices(int fixed);
   void Paint();
-  void ForgetTextures();
-  bool CanDraw() { return shown() != 0 && visible_r() != 0; }
-
-  bool greyStale = false;  ///< the picture is newer than its texture
-  bool segStale = false;
 };
