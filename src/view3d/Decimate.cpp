@@ -1,6 +1,7 @@
 #include "view3d/Decimate.h"
 
 #include "view3d/DecimateMesh.h"
+#include "view3d/DecimateRemoval.h"
 
 #include <vtkCellArray.h>
 #include <vtkNew.h>
@@ -10,16 +11,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace {
 
-using decimate::Dot;
 using decimate::Mesh;
 using decimate::Point;
+using decimate::Removal;
 using decimate::Triangle;
 using decimate::Vertex;
-
-constexpr double kFeatureCosine = 0.86602540378443865;  // of 30 degrees
 
 Mesh MeshOf(vtkPolyData* data) {
   Mesh mesh;
@@ -35,7 +36,7 @@ Mesh MeshOf(vtkPolyData* data) {
   vtkIdType size = 0;
   const vtkIdType* ids = nullptr;
   for (cells->InitTraversal(); cells->GetNextCell(size, ids) != 0;) {
-    if (size != 3) { continue; }
+    if (size != 3) { continue; }  // marching cubes makes no other
     const int triangle = static_cast<int>(mesh.triangles.size());
     mesh.triangles.push_back(
         {static_cast<int>(ids[0]), static_cast<int>(ids[1]), static_cast<int>(ids[2])});
@@ -74,170 +75,80 @@ vtkSmartPointer<vtkPolyData> PolyDataOf(const Mesh& mesh, vtkPolyData* source) {
   return out;
 }
 
-/// One attempt to remove a vertex.
-class Removal {
+/// Removes vertices in rounds with a bound that grows, and remembers what each vertex waits for,
+/// so that a round only looks at vertices that it can treat in another way than the one before.
+class Rounds {
 public:
-  Removal(const Mesh& all, Vertex centre, double error, double smallestShare)
-      : mesh(all), vertex(centre), largestError(error), share(smallestShare),
-        ring(all.Ring(centre)) {}
+  static constexpr double kNever = std::numeric_limits<double>::infinity();
 
-  /// The triangles that take the vertex's place; empty where it has to stay.
-  std::vector<Triangle> Filling() {
-    if (ring.empty() || !TakePlane()) { return {}; }
-    const std::vector<std::size_t> edges = FeatureEdges();
-    if (edges.empty()) {
-      const double away = std::fabs(Dot(At(vertex) - middle, normal));
-      if (!(away <= largestError) || !Split(ring)) { return {}; }
-      return filling;
+  Rounds(Mesh& all, double largestAspect, double fewestTriangles)
+      : mesh(all), aspect(largestAspect), goal(fewestTriangles),
+        needed(all.points.size(), kUnknown) {}
+
+  bool Done() const { return static_cast<double>(mesh.count) <= goal; }
+
+  /// One round over all vertices. Returns the smallest bound at which another round may do more,
+  /// or kNever.
+  double Run(double bound) {
+    for (std::size_t v = 0; v < needed.size() && !Done(); ++v) {
+      if (needed[v] <= bound && needed[v] < kNever) { Try(v, bound); }
     }
-    if (edges.size() != 2 || !SplitAlong(edges[0], edges[1])) { return {}; }
-    return filling;
+    return *std::min_element(needed.begin(), needed.end());
   }
 
 private:
-  const Point& At(Vertex v) const { return mesh.points[static_cast<std::size_t>(v)]; }
+  static constexpr double kUnknown = -kNever;
 
-  /// Average plane of the ring's triangles, weighted by their areas.
-  bool TakePlane() {
-    double weights = 0.0;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const Triangle t = {vertex, ring[i], ring[(i + 1) % ring.size()]};
-      const Point area = mesh.Normal(t);
-      const double weight = std::sqrt(Dot(area, area));
-      normals.push_back(weight > 0.0 ? area * (1.0 / weight) : area);
-      normal = normal + area;
-      middle = middle + (At(t[0]) + At(t[1]) + At(t[2])) * (weight / 3.0);
-      weights += weight;
+  void Try(std::size_t v, double bound) {
+    if (mesh.users[v].empty()) {
+      needed[v] = kNever;
+      return;
     }
-    const double length = std::sqrt(Dot(normal, normal));
-    if (!(length > 0.0) || !(weights > 0.0)) { return false; }
-    normal = normal * (1.0 / length);
-    middle = middle * (1.0 / weights);
-    return true;
-  }
-
-  /// Ring places whose edge to the vertex is sharper than the feature angle.
-  std::vector<std::size_t> FeatureEdges() const {
-    std::vector<std::size_t> edges;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const Point& before = normals[(i + ring.size() - 1) % ring.size()];
-      if (Dot(before, normals[i]) < kFeatureCosine) { edges.push_back(i); }
+    Removal removal(mesh, static_cast<Vertex>(v), aspect);
+    needed[v] = removal.Distance();
+    if (!(needed[v] <= bound)) { return; }
+    // Edges between vertices that stay are never lost: what cannot be filled now cannot be
+    // filled before a neighbour goes.
+    needed[v] = kNever;
+    const std::vector<Triangle> filling = removal.Filling();
+    if (filling.empty()) { return; }
+    mesh.Replace(static_cast<Vertex>(v), filling);
+    for (const Vertex neighbour : removal.Neighbours()) {
+      needed[static_cast<std::size_t>(neighbour)] = kUnknown;
     }
-    return edges;
   }
 
-  /// A vertex on a sharp edge goes when it lies near the line between the edge's other ends.
-  bool SplitAlong(std::size_t first, std::size_t second) {
-    const Point a = At(ring[first]);
-    const Point line = At(ring[second]) - a;
-    const double length = Dot(line, line);
-    if (!(length > 0.0)) { return false; }
-    const Point off = At(vertex) - a;
-    const Point away = off - line * (Dot(off, line) / length);
-    if (!(Dot(away, away) <= largestError * largestError)) { return false; }
-    return SplitAt(ring, first, second);
-  }
-
-  /// Fills a loop by the best split that keeps the aspect ratio, and so on in both halves.
-  bool Split(const std::vector<Vertex>& loop) {
-    if (loop.size() == 3) {
-      filling.push_back({loop[0], loop[1], loop[2]});
-      return true;
-    }
-    double bestShare = -1.0;
-    std::size_t bestA = 0;
-    std::size_t bestB = 0;
-    for (std::size_t a = 0; a < loop.size(); ++a) {
-      for (std::size_t b = a + 2; b < loop.size(); ++b) {
-        if (a == 0 && b + 1 == loop.size()) { continue; }  // an edge of the loop
-        const double found = ShareOf(loop, a, b);
-        if (found > bestShare) {
-          bestShare = found;
-          bestA = a;
-          bestB = b;
-        }
-      }
-    }
-    return bestShare >= 0.0 && SplitAt(loop, bestA, bestB);
-  }
-
-  bool SplitAt(const std::vector<Vertex>& loop, std::size_t a, std::size_t b) {
-    if (ShareOf(loop, a, b) < 0.0) { return false; }
-    const auto at = [&loop](std::size_t i) {
-      return loop.begin() + static_cast<std::ptrdiff_t>(i);
-    };
-    const std::vector<Vertex> one(at(a), at(b + 1));
-    std::vector<Vertex> other(at(b), loop.end());
-    other.insert(other.end(), loop.begin(), at(a + 1));
-    return Split(one) && Split(other);
-  }
-
-  /// Smallest distance of a loop point from the split, over the length of the split; below 0
-  /// where the split is not allowed.
-  double ShareOf(const std::vector<Vertex>& loop, std::size_t a, std::size_t b) const {
-    if (b - a < 2 || (a == 0 && b + 1 == loop.size())) { return -1.0; }
-    if (mesh.HaveEdge(loop[a], loop[b])) { return -1.0; }
-    const Point start = At(loop[a]);
-    const Point line = At(loop[b]) - start;
-    const double length = std::sqrt(Dot(line, line));
-    const Point side = decimate::Cross(line, normal);
-    const double scale = std::sqrt(Dot(side, side));
-    if (!(length > 0.0) || !(scale > 0.0)) { return -1.0; }
-    double nearest = 1e300;
-    for (std::size_t i = 0; i < loop.size(); ++i) {
-      if (i == a || i == b) { continue; }
-      const double distance = Dot(At(loop[i]) - start, side) / scale;
-      const double outward = i > a && i < b ? distance : -distance;
-      nearest = std::min(nearest, outward);
-    }
-    const double found = nearest / length;
-    return nearest > 0.0 && found >= share ? found : -1.0;
-  }
-
-  const Mesh& mesh;
-  Vertex vertex;
-  double largestError;
-  double share;
-  std::vector<Vertex> ring;
-  std::vector<Point> normals;
-  Point normal;
-  Point middle;
-  std::vector<Triangle> filling;
+  Mesh& mesh;
+  double aspect;
+  double goal;
+  std::vector<double> needed;  ///< bound from which on a vertex may go
 };
 
-/// One round over all vertices. Returns whether anything was removed.
-bool RemoveRound(Mesh& mesh, double error, double share, double goal) {
-  bool removed = false;
-  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
-    if (static_cast<double>(mesh.count) <= goal) { break; }
-    if (mesh.users[v].empty()) { continue; }
-    const auto filling = Removal(mesh, static_cast<Vertex>(v), error, share).Filling();
-    if (filling.empty()) { continue; }
-    mesh.Replace(static_cast<Vertex>(v), filling);
-    removed = true;
-  }
-  return removed;
+double LongestSide(vtkPolyData* data) {
+  double bounds[6];
+  data->GetBounds(bounds);
+  return std::max({bounds[1] - bounds[0], bounds[3] - bounds[2], bounds[5] - bounds[4], 0.0});
 }
 
 }  // namespace
 
 vtkSmartPointer<vtkPolyData> Decimate::Run(vtkPolyData* source) const {
   Mesh mesh = MeshOf(source);
-  const double reduction =
-      std::isnan(targetReduction) ? 0.0 : std::clamp(targetReduction, 0.0, 1.0);
-  const double goal = (1.0 - reduction) * static_cast<double>(mesh.count);
-  const double share = aspectRatio > 0.0 ? 1.0 / aspectRatio : 1e300;
-  double bounds[6];
-  source->GetBounds(bounds);
-  const double side =
-      std::max({bounds[1] - bounds[0], bounds[3] - bounds[2], bounds[5] - bounds[4], 0.0});
-  for (int round = 0; round < maximumIterations; ++round) {
-    if (static_cast<double>(mesh.count) <= goal) { break; }
-    const double error = (initialError + round * errorIncrement) * side;
-    const bool removed = RemoveRound(mesh, error, share, goal);
-    // Nothing went and the bound does not grow: no later round differs.
-    if (!removed && !(errorIncrement > 0.0)) { break; }
-    if (!removed && error > side) { break; }
+  if (mesh.points.empty()) { return PolyDataOf(mesh, source); }
+  const double share = targetReduction > 0.0 ? std::min(targetReduction, 1.0) : 0.0;
+  const double side = LongestSide(source);
+  Rounds rounds(mesh, aspectRatio, (1.0 - share) * static_cast<double>(mesh.count));
+  for (double round = 0; round < maximumIterations && !rounds.Done();) {
+    const double growth = round > 0 ? round * errorIncrement : 0.0;
+    const double bound = (initialError + growth) * side;
+    if (std::isnan(bound)) { break; }
+    const double next = rounds.Run(bound);
+    ++round;
+    if (next == Rounds::kNever) { break; }
+    if (next <= bound) { continue; }
+    if (!(errorIncrement > 0.0)) { break; }
+    // Rounds that would not do anything are passed over.
+    round = std::max(round, std::floor((next / side - initialError) / errorIncrement) - 1.0);
   }
   return PolyDataOf(mesh, source);
 }

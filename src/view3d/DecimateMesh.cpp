@@ -47,6 +47,14 @@ bool Mesh::HaveEdge(Vertex a, Vertex b) const {
   });
 }
 
+bool Mesh::HaveTriangle(const Triangle& corners) const {
+  const auto& of = users[static_cast<std::size_t>(corners[0])];
+  return std::any_of(of.begin(), of.end(), [&](int triangle) {
+    return std::is_permutation(corners.begin(), corners.end(),
+                               triangles[static_cast<std::size_t>(triangle)].begin());
+  });
+}
+
 void Mesh::Drop(int triangle) {
   for (const Vertex vertex : triangles[static_cast<std::size_t>(triangle)]) {
     auto& of = users[static_cast<std::size_t>(vertex)];

@@ -40,6 +40,8 @@ public:
                  points[static_cast<std::size_t>(t[2])] - points[static_cast<std::size_t>(t[0])]);
   }
   bool HaveEdge(Vertex a, Vertex b) const;
+  /// Whether three vertices are those of a triangle, in any order.
+  bool HaveTriangle(const Triangle& corners) const;
   /// Puts `filling` in the place of the triangles round `vertex`.
   void Replace(Vertex vertex, const std::vector<Triangle>& filling);
 

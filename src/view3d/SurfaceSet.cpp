@@ -2,6 +2,7 @@
 
 #include "VoxData/VoxData.h"
 #include "view3d/Decimate.h"
+#include "view3d/SurfaceColours.h"
 #include "view3d/SurfacePipelines.h"
 
 #include <vtkMarchingCubes.h>
@@ -19,17 +20,38 @@
 namespace {
 
 constexpr double kSurfaceLevel = 128.0;  // the middle between the two scalars of a work volume
-constexpr int kMostRounds = 1000;        // more rounds of a filter only keep the user waiting
+constexpr int kMostSmoothing = 10000;    // a surface is long at rest by then
 
-/// Rises from 0 at 0 to 1 at 64 and falls back to 0 at 128; never below 0.
-float Hump(float t) { return std::max(t * t * -0.000244140625F + t * 0.03125F, 0.0F); }
+using Mesh = vtkSmartPointer<vtkPolyData>;
 
-void FillColorTable(float (&table)[256][3]) {
-  for (int value = 0; value < 256; ++value) {
-    for (int channel = 0; channel < 3; ++channel) {
-      table[value][channel] = Hump(static_cast<float>(value - 64 * channel));
-    }
+Mesh MarchCubes(vtkStructuredPoints* image) {
+  vtkNew<vtkMarchingCubes> cubes;
+  cubes->SetInputData(image);
+  std::cerr << "marching cubes..." << std::endl;
+  cubes->ComputeNormalsOn();
+  cubes->SetValue(0, kSurfaceLevel);
+  cubes->Update();
+  return cubes->GetOutput();
+}
+
+Mesh Smooth(vtkPolyData* mesh, int iterations, float relaxation, float featureAngle) {
+  vtkNew<vtkSmoothPolyDataFilter> smoother;
+  smoother->SetInputData(mesh);
+  smoother->SetNumberOfIterations(iterations);
+  smoother->SetRelaxationFactor(relaxation);
+  // ON PURPOSE: the angle is set and then not used, since feature edges are not treated apart.
+  smoother->SetFeatureAngle(featureAngle);
+  smoother->FeatureEdgeSmoothingOff();
+  smoother->Update();
+  return smoother->GetOutput();
+}
+
+/// `iterations`, or as many as a user can be made to wait for.
+int Bearable(int iterations) {
+  if (iterations > kMostSmoothing) {
+    std::cerr << "Smoothing stops after " << kMostSmoothing << " iterations." << std::endl;
   }
+  return std::clamp(iterations, 0, kMostSmoothing);
 }
 
 }  // namespace
@@ -56,20 +78,14 @@ void SurfaceSet::ExtractSurface(VoxData* volume, int slot, bool smoothing, bool 
                                 float errorIncrement, int maximumIterations,
                                 int smoothingIterations, float relaxationFactor,
                                 float featureAngle) {
-  FillColorTable(colorTable);
+  surface::FillColorTable(colorTable);
   if (slot == 1) { volume1 = volume; }
   if (slot == 2) { volume2 = volume; }
   if (slot == 3) { volume3 = volume; }
-  inputImage = volume->GetImage();
+  inputImage = volume != nullptr ? volume->GetImage() : nullptr;
   if (inputImage == nullptr) { return; }
 
-  vtkNew<vtkMarchingCubes> cubes;
-  cubes->SetInputData(inputImage);
-  std::cerr << "marching cubes..." << std::endl;
-  cubes->ComputeNormalsOn();
-  cubes->SetValue(0, kSurfaceLevel);
-  cubes->Update();
-  vtkSmartPointer<vtkPolyData> mesh = cubes->GetOutput();
+  Mesh mesh = MarchCubes(inputImage);
   const vtkIdType triangles = mesh->GetNumberOfCells();
   if (decimation) {
     std::cerr << "decimation running..." << std::endl;
@@ -78,21 +94,15 @@ void SurfaceSet::ExtractSurface(VoxData* volume, int slot, bool smoothing, bool 
     decimator.SetAspectRatio(aspectRatio);
     decimator.SetInitialError(initialError);
     decimator.SetErrorIncrement(errorIncrement);
-    decimator.SetMaximumIterations(std::clamp(maximumIterations, 0, kMostRounds));
+    decimator.SetMaximumIterations(maximumIterations);
     mesh = decimator.Run(mesh);
   }
-  vtkNew<vtkSmoothPolyDataFilter> smoother;
-  if (smoothing && triangles > 0) {
-    smoother->SetInputData(mesh);
-    smoother->SetNumberOfIterations(std::clamp(smoothingIterations, 0, kMostRounds));
-    smoother->SetRelaxationFactor(relaxationFactor);
-    smoother->SetFeatureAngle(featureAngle);
-    smoother->FeatureEdgeSmoothingOff();  // the angle is set and then not used
-    smoother->Update();
-    mesh = smoother->GetOutput();
+  if (smoothing && triangles > 0) {  // the smoother refuses a mesh without points
+    mesh = Smooth(mesh, Bearable(smoothingIterations), relaxationFactor, featureAngle);
   }
   vtkNew<vtkStripper> stripper;
   stripper->SetInputData(mesh);
+  // The number before decimation, also where fewer are drawn.
   std::cerr << "Num Tris = " << triangles << std::endl;
   stripper->Update();
   StoreSurface(slot, stripper->GetOutput());

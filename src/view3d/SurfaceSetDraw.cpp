@@ -1,5 +1,6 @@
 // SurfaceSet: drawing, with colours looked up in the work volumes.
 #include "VoxData/VoxData.h"
+#include "view3d/SurfaceColours.h"
 #include "view3d/SurfacePipelines.h"
 
 #include <FL/gl.h>
@@ -8,45 +9,22 @@
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 
-#include <limits>
+#include <algorithm>
 
 namespace {
 
-/// `value` rounded down from its half, or a voxel outside every volume where it is no number.
-int VoxelAt(double value) {
-  const double rounded = value + 0.5;
-  if (!(rounded > -1e9 && rounded < 1e9)) { return std::numeric_limits<int>::min() / 2; }
-  return static_cast<int>(rounded);
-}
-
-std::uint8_t ColourAt(const VoxData& volume, int x, int y, int z) {
-  const bool inside =
-      x >= 0 && x < volume.dimX && y >= 0 && y < volume.dimY && z >= 0 && z < volume.dimZ;
-  return inside ? volume.work[x][y][z] : std::uint8_t{0};
-}
-
-/// Colour value at a voxel, or at its first neighbour that has one: a point of the surface lies
-/// between two voxels and may round to the one outside.
-std::uint8_t ColourNear(const VoxData& volume, const int* v) {
-  constexpr int kLook[7][3] = {{0, 0, 0},  {1, 0, 0}, {-1, 0, 0}, {0, 1, 0},
-                               {0, -1, 0}, {0, 0, 1}, {0, 0, -1}};
-  for (const auto& step : kLook) {
-    const std::uint8_t colour = ColourAt(volume, v[0] + step[0], v[1] + step[1], v[2] + step[2]);
-    if (colour != 0) { return colour; }
-  }
-  return 0;
-}
-
-void LookUpColours(const VoxData& volume, const float (&table)[256][3], float alpha,
+/// The colours of all points. A measure may repaint its volume at any time, so they hold for one
+/// redraw only.
+void LookUpColours(const LabelVolume& work, const float (&table)[256][3], float alpha,
                    Surface& surface) {
-  const std::size_t points = surface.points.size() / 3;
+  constexpr float kBlack[3] = {0.0F, 0.0F, 0.0F};
+  const std::size_t points = surface.voxels.size() / 3;
   surface.colours.resize(4 * points);
   for (std::size_t i = 0; i < points; ++i) {
-    const std::uint8_t value = ColourNear(volume, &surface.voxels[3 * i]);
+    const std::uint8_t value = surface::ColourNear(work, &surface.voxels[3 * i]);
+    const float* rgb = value != 0 ? table[value] : kBlack;
     float* rgba = &surface.colours[4 * i];
-    for (int channel = 0; channel < 3; ++channel) {
-      rgba[channel] = value != 0 ? table[value][channel] : 0.0F;
-    }
+    std::copy(rgb, rgb + 3, rgba);
     rgba[3] = alpha;
   }
 }
@@ -65,6 +43,40 @@ void DrawTriangles(const Surface& surface) {
   glDisableClientState(GL_VERTEX_ARRAY);
 }
 
+void CopyPoints(vtkPoints& points, vtkDataArray& normals, Surface& surface) {
+  const auto count = static_cast<std::size_t>(points.GetNumberOfPoints());
+  surface.points.resize(3 * count);
+  surface.normals.resize(3 * count);
+  surface.voxels.resize(3 * count);
+  for (std::size_t i = 0; i < count; ++i) {
+    double p[3];
+    double n[3];
+    points.GetPoint(static_cast<vtkIdType>(i), p);
+    normals.GetTuple(static_cast<vtkIdType>(i), n);
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      surface.points[3 * i + axis] = static_cast<float>(p[axis]);
+      surface.normals[3 * i + axis] = static_cast<float>(n[axis]);
+      surface.voxels[3 * i + axis] = surface::VoxelAt(p[axis]);
+    }
+  }
+}
+
+/// The triangles of the strips. Every other one of a strip turns the other way round.
+void CopyTriangles(vtkCellArray& strips, std::vector<unsigned>& corners) {
+  const vtkIdType ids = strips.GetNumberOfConnectivityIds() - 2 * strips.GetNumberOfCells();
+  corners.reserve(3 * static_cast<std::size_t>(std::max<vtkIdType>(ids, 0)));
+  vtkIdType size = 0;
+  const vtkIdType* strip = nullptr;
+  for (strips.InitTraversal(); strips.GetNextCell(size, strip) != 0;) {
+    for (vtkIdType k = 2; k < size; ++k) {
+      const vtkIdType odd = k % 2;
+      for (const vtkIdType id : {strip[k - 2 + odd], strip[k - 1 - odd], strip[k]}) {
+        corners.push_back(static_cast<unsigned>(id));
+      }
+    }
+  }
+}
+
 }  // namespace
 
 Surface MakeSurface(vtkPolyData* data) {
@@ -72,32 +84,9 @@ Surface MakeSurface(vtkPolyData* data) {
   surface.data = data;
   vtkPoints* points = data->GetPoints();
   vtkDataArray* normals = data->GetPointData()->GetNormals();
-  if (points == nullptr || normals == nullptr) { return surface; }
-  const vtkIdType count = points->GetNumberOfPoints();
-  for (vtkIdType i = 0; i < count; ++i) {
-    double p[3];
-    double n[3];
-    points->GetPoint(i, p);
-    normals->GetTuple(i, n);
-    for (int axis = 0; axis < 3; ++axis) {
-      surface.points.push_back(static_cast<float>(p[axis]));
-      surface.normals.push_back(static_cast<float>(n[axis]));
-      surface.voxels.push_back(VoxelAt(p[axis]));
-    }
-  }
-  vtkIdType size = 0;
-  const vtkIdType* ids = nullptr;
-  vtkCellArray* strips = data->GetStrips();
-  for (strips->InitTraversal(); strips->GetNextCell(size, ids) != 0;) {
-    for (vtkIdType k = 2; k < size; ++k) {
-      // Every other triangle of a strip turns the other way round.
-      const vtkIdType first = k % 2 == 0 ? ids[k - 2] : ids[k - 1];
-      const vtkIdType second = k % 2 == 0 ? ids[k - 1] : ids[k - 2];
-      for (const vtkIdType id : {first, second, ids[k]}) {
-        surface.corners.push_back(static_cast<unsigned>(id));
-      }
-    }
-  }
+  if (points == nullptr || normals == nullptr) { return surface; }  // nothing to draw
+  CopyPoints(*points, *normals, surface);
+  CopyTriangles(*data->GetStrips(), surface.corners);
   return surface;
 }
 
@@ -110,9 +99,11 @@ void SurfaceSet::DrawSurfaces(float alpha1, float alpha2, float alpha3) {
     if (s == 0) { listState = 1; }
     Surface& surface = pipelines->slots[s];
     if (!surface.corners.empty() && volumes[s] != nullptr && volumes[s]->work != nullptr) {
+      const VoxData& volume = *volumes[s];
+      LookUpColours({volume.work, volume.dimX, volume.dimY, volume.dimZ}, colorTable, alphas[s],
+                    surface);
       glEnable(GL_BLEND);
       glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-      LookUpColours(*volumes[s], colorTable, alphas[s], surface);
       DrawTriangles(surface);
       glDisable(GL_BLEND);
     }

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 constexpr float kDegreesPerChord = 90.0F;
+constexpr double kLargestZoom = std::numeric_limits<float>::max();
 
 void SetIdentity(float* matrix) {
   for (int i = 0; i < 16; ++i) { matrix[i] = i % 5 == 0 ? 1.0F : 0.0F; }
@@ -130,7 +132,7 @@ void Trackball::StartZoom(int y) {
 float Trackball::Zoom(int y) {
   if (active != 0) {
     const double power = std::pow(1.01, -(static_cast<double>(y) - lastPoint[0]));
-    zoom = std::max(static_cast<float>(power * zoomBase), 0.0F);
+    zoom = static_cast<float>(std::clamp(power * zoomBase, 0.0, kLargestZoom));
   }
   return zoom;
 }

@@ -14,9 +14,19 @@
 #include <GL/glu.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <limits>
+
+namespace {
+
+// OpenGL takes the box as 32-bit floats: thinner or larger ones have no size in them.
+constexpr double kThinnestBox = 1e-6;
+constexpr double kLargestBox = 1e30;
+
+}  // namespace
 
 Window3D::Window3D(int x, int y, int w, int h, const char* label)
     : Fl_Gl_Window(x, y, w, h, label), workState(std::make_unique<Work>()) {
@@ -50,15 +60,20 @@ void Window3D::Register(int number, MainUI* owner) {
 void Window3D::SetProjection() {
   if (!CanDraw()) { return; }
   make_current();
-  const auto low = [this](int axis) {
-    return viewCentre[axis] - 2.0 * viewExtent[axis];
-  };
-  const auto high = [this](int axis) {
-    return viewCentre[axis] + 2.0 * viewExtent[axis];
-  };
+  double low[3];
+  double high[3];
+  bool open = true;
+  for (int axis = 0; axis < 3; ++axis) {
+    const double extent = 2.0 * viewExtent[axis];
+    low[axis] = viewCentre[axis] - extent;
+    high[axis] = viewCentre[axis] + extent;
+    const double farthest = std::max(std::fabs(low[axis]), std::fabs(high[axis]));
+    open = open && extent > farthest * kThinnestBox && farthest < kLargestBox;
+  }
   glMatrixMode(GL_PROJECTION);
+  if (!open) { return; }  // zoomed beyond what a matrix can hold: the picture stays as it is
   glLoadIdentity();
-  glOrtho(low(0), high(0), low(1), high(1), low(2), high(2));
+  glOrtho(low[0], high[0], low[1], high[1], low[2], high[2]);
 }
 
 void Window3D::SetupView() {
@@ -126,13 +141,14 @@ void Window3D::draw() {
     needsGlInit = 0;
   }
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  if (displayedSurfaces > 0) {
+  if (displayedSurfaces > 0 && ui != nullptr) {
     glMatrixMode(GL_MODELVIEW);
     glPushMatrix();
     ApplyView();
     DrawCrosshairs();
     glScalef(voxelScale[0], voxelScale[1], voxelScale[2]);
-    surfaces[0].DrawSurfaces(1.0F, ui->surfaceOpacity[0] * 0.01F, ui->surfaceOpacity[1] * 0.01F);
+    surfaces[0].DrawSurfaces(1.0F, static_cast<float>(ui->surfaceOpacity[0] * 0.01),
+                             static_cast<float>(ui->surfaceOpacity[1] * 0.01));
     glPopMatrix();
   }
   glFlush();
@@ -180,7 +196,8 @@ void Window3D::ExtractWithOptions(VoxData* volume, int slot) {
   smoothingOn = ui->smoothingCheck->value() == 1 ? 1 : 0;
   decimationOn = ui->decimationCheck->value() == 1 ? 1 : 0;
   const auto number = [](const Fl_Value_Input* input) {
-    return static_cast<float>(input->value());
+    constexpr double kLargest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(input->value(), -kLargest, kLargest));
   };
   surfaces[0].ExtractSurface(volume, slot, smoothingOn != 0, decimationOn != 0,
                              number(ui->targetReductionInput), number(ui->aspectRatioInput),

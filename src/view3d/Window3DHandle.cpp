@@ -81,8 +81,9 @@ void Window3D::ReleaseMouse() {
 }
 
 int Window3D::PickVoxel(int x, int y, int* voxel) {
+  if (ui == nullptr || !CanDraw()) { return 0; }
   const VoxData* image = ImageAt(*ui, Truncated(ui->imageSlider));
-  if (image == nullptr || !CanDraw()) { return 0; }
+  if (image == nullptr) { return 0; }  // without an image there is nothing to pick
   make_current();
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
@@ -129,7 +130,8 @@ int Window3D::handle(int event) {
   switch (viewState->GetToolMode()) {
   case 1:
     if (event == FL_PUSH) {
-      if (mouseOperation == kNothing) { ctrlAtPress = Fl::get_key(FL_Control_L) != 0 ? 1 : 0; }
+      // ON PURPOSE: every press counts, also that of a second button, which is ignored otherwise.
+      ctrlAtPress = Fl::get_key(FL_Control_L) != 0 ? 1 : 0;
       PressMouse();
     } else if (event == FL_RELEASE) {
       ReleaseMouse();
