@@ -1,32 +1,78 @@
 #include "view3d/volumemeasures/SurfaceDistance.h"
 
 #include "base/ColourValues.h"
+#include "view3d/volumemeasures/DistanceRows.h"
 #include "view3d/volumemeasures/Shell.h"
+#include "view3d/volumemeasures/VoxelBlocks.h"
+
+#include <cstring>
 
 namespace measure {
 
 namespace {
 
 constexpr double kColourRange = 64.0;  // colour values from the surface to the farthest voxel
+constexpr int kOutside = 0;            // side of A where its mask is clear
+constexpr int kInside = 1;
 
 void Keep(float distance, FloatList& side, FloatList& all) {
   side.Append(distance);
   all.Append(distance);
 }
 
-/// Colour steps away from the surface; a maximum of exactly 0 divides nothing.
-double Steps(double distance, float max) {
-  return max == 0.0F ? distance * kColourRange : distance * kColourRange / max;
+Bytes IsZero(const std::uint8_t* run) {
+  Bytes bytes;
+  std::memcpy(&bytes, run, kBlock);
+  return reinterpret_cast<Bytes>(bytes == 0);
 }
 
-template <class Paint>
-void ForEachVoxel(const LabelVolume& shape, Progress& progress, Paint paint) {
-  for (int x = 0; x < shape.dimX; ++x) {
-    for (int y = 0; y < shape.dimY; ++y) {
-      for (int z = 0; z < shape.dimZ; ++z) { paint(x, y, z); }
+/// Mask of those of 16 voxels from z on that bear the label and have a neighbour of value 0.
+Bytes SurfaceMask(const LabelVolume& b, const LabelTest& test, int x, int y, int z) {
+  const std::uint8_t* own = b.voxels[x][y] + z;
+  const Bytes bears = test.Run(own);
+  if (!Any(bears)) { return bears; }
+  return bears & (IsZero(own - 1) | IsZero(own + 1) | IsZero(b.voxels[x - 1][y] + z) |
+                  IsZero(b.voxels[x + 1][y] + z) | IsZero(b.voxels[x][y - 1] + z) |
+                  IsZero(b.voxels[x][y + 1] + z));
+}
+
+/// Visits the surface voxels of a column inside the volume, by z.
+template <class Visit>
+void ForEachSurfaceVoxel(const LabelVolume& b, int label, int x, int y, Visit visit) {
+  const LabelTest test(label);
+  int z = 1;
+  for (; z + kBlock < b.dimZ; z += kBlock) {
+    const Bytes mask = SurfaceMask(b, test, x, y, z);
+    if (!Any(mask)) { continue; }
+    for (int i = 0; i < kBlock; ++i) {
+      if (mask[i] != 0) { visit(z + i); }
     }
-    progress.Step();
   }
+  for (; z <= b.dimZ - 2; ++z) {
+    if (b.Bears(label, x, y, z) && TouchesBackground(b, x, y, z)) { visit(z); }
+  }
+}
+
+/// Colours the picture by the side of A that a voxel lies on; with the surface of `b` too unless
+/// it is null.
+void PaintSides(const LabelVolume& a, const LabelVolume* b, int label, const DistanceField& field,
+                const DistanceShades& shades, const WorkVolume& picture, Progress& progress) {
+  const LabelTest test(label);
+  Slab slab;
+  const auto paint = [&](const SlabPlace& at) {
+    if (b != nullptr) {
+      slab.LoadMask(*b, test, at);
+      slab.Turn(at);
+      StoreScalars(picture, at, slab);
+    }
+    slab.LoadMask(a, test, at);
+    slab.Turn(at);
+    ShadeSlab(field, at, shades, slab);
+    StoreColours(picture, at, slab);
+  };
+  ForEachSlab(a, 0, a.dimX - 1, paint, [&](int planes) {
+    for (int step = 0; step < planes; ++step) { progress.Step(); }
+  });
 }
 
 }  // namespace
@@ -35,15 +81,16 @@ SurfaceDistance SumAlongSurface(const LabelVolume& a, const LabelVolume& b, int 
                                 const DistanceField& field, DistanceLists* lists,
                                 Progress& progress) {
   SurfaceDistance distance;
+  // ON PURPOSE: the outermost layer of B is left out on all six sides, and another label beside a
+  // voxel makes it no surface voxel of B, while it does make one of A.
   for (int x = 1; x <= b.dimX - 2; ++x) {
     for (int y = 1; y <= b.dimY - 2; ++y) {
-      for (int z = 1; z <= b.dimZ - 2; ++z) {
-        if (!b.Bears(label, x, y, z) || !TouchesBackground(b, x, y, z)) { continue; }
+      ForEachSurfaceVoxel(b, label, x, y, [&](int z) {
         const float d = field.Length(x, y, z);
         const bool inside = a.Bears(label, x, y, z);
         (inside ? distance.inside : distance.outside).Add(d);
         if (lists != nullptr) { Keep(d, inside ? lists->inside : lists->outside, lists->all); }
-      }
+      });
     }
     progress.Step();
   }
@@ -53,30 +100,29 @@ SurfaceDistance SumAlongSurface(const LabelVolume& a, const LabelVolume& b, int 
 void PaintSignedDistance(const LabelVolume& a, const LabelVolume& b, int label,
                          const DistanceField& field, const SurfaceDistance& distance,
                          const WorkVolume& picture, Progress& progress) {
-  const float maxInside = distance.inside.max;
-  const float maxOutside = distance.outside.max;
-  ForEachVoxel(a, progress, [&](int x, int y, int z) {
-    picture.scalars[picture.Index(x, y, z)] = b.Bears(label, x, y, z) ? 255.0F : 0.0F;
-    const double d = field.Length(x, y, z);
-    const double value =
-        a.Bears(label, x, y, z) ? kGreen + Steps(d, maxInside) : kGreen - Steps(d, maxOutside);
-    picture.SetColour(x, y, z, LowByte(value));
-  });
+  // ON PURPOSE: there is no limit; a distance beyond the maximum wraps round. A maximum of exactly
+  // 0 divides nothing.
+  const auto divisor = [](float max) {
+    return max == 0.0F ? 1.0F : max;
+  };
+  DistanceShades shades;
+  shades.base = kGreen;
+  shades.range = kColourRange;
+  shades.sides[kOutside] = {divisor(distance.outside.max), -1.0};
+  shades.sides[kInside] = {divisor(distance.inside.max), 1.0};
+  PaintSides(a, &b, label, field, shades, picture, progress);
 }
 
 void RepaintSignedDistance(const LabelVolume& a, int label, const DistanceField& field,
                            float maxInside, float maxOutside, const WorkVolume& picture,
                            Progress& progress) {
-  ForEachVoxel(a, progress, [&](int x, int y, int z) {
-    const double d = field.Length(x, y, z);
-    if (a.Bears(label, x, y, z)) {
-      const double steps = d * kColourRange / maxInside;
-      picture.SetColour(x, y, z, steps <= kColourRange ? LowByte(steps + kGreen) : kBlue);
-    } else {
-      const double steps = d * kColourRange / maxOutside;
-      picture.SetColour(x, y, z, steps <= kColourRange ? LowByte(kGreen - steps) : kRed);
-    }
-  });
+  DistanceShades shades;
+  shades.base = kGreen;
+  shades.range = kColourRange;
+  shades.limit = kColourRange;
+  shades.sides[kOutside] = {maxOutside, -1.0, kRed};
+  shades.sides[kInside] = {maxInside, 1.0, kBlue};
+  PaintSides(a, nullptr, label, field, shades, picture, progress);
 }
 
 }  // namespace measure

@@ -34,8 +34,8 @@ FarVoxel FindFarVoxel(const LabelVolume& image, int label, const DistanceField& 
 /// Colours by distance: 192 where both touch, darker the farther; the surface is that of `image`
 /// and the mark, in the darkest value.
 ///
-/// Shape:  scalars are 0 before. ON PURPOSE: the divisor is the distance cut to an integer, and
-///         only an exact 0 is replaced by 1; below 1 it is 0.
+/// ON PURPOSE: the divisor is the distance cut to an integer, and only an exact 0 is replaced by 1:
+///             for a distance below 1 it is 0.
 void PaintDistances(const LabelVolume& image, int label, const DistanceField& field,
                     const FarVoxel& far, const WorkVolume& picture);
 

@@ -1,18 +1,17 @@
 #include "view3d/volumemeasures/VolumeOverlap.h"
 
-#include <algorithm>
+#include "view3d/volumemeasures/VoxelBlocks.h"
 
 namespace measure {
 
 namespace {
 
-// Planes of z are painted a few at a time: labels lie along z in memory, scalars along x.
-constexpr int kTile = 16;
-
-OverlapClass Classify(bool inA, bool inB) {
-  if (inA && inB) { return OverlapClass::Both; }
-  if (inA) { return OverlapClass::OnlyA; }
-  return inB ? OverlapClass::OnlyB : OverlapClass::Neither;
+/// Colour values of 16 voxels: the value of both classes is the sum of the two others.
+Bytes ClassesOf(Bytes inA, Bytes inB) {
+  constexpr auto kOnlyA = static_cast<std::uint8_t>(OverlapClass::OnlyA);
+  constexpr auto kOnlyB = static_cast<std::uint8_t>(OverlapClass::OnlyB);
+  static_assert(kOnlyA + kOnlyB == static_cast<int>(OverlapClass::Both));
+  return (inA & AllBytes(kOnlyA)) | (inB & AllBytes(kOnlyB));
 }
 
 int DivisorOf(const VolumeOverlap& overlap, OverlapDivisor divisor) {
@@ -27,22 +26,68 @@ int DivisorOf(const VolumeOverlap& overlap, OverlapDivisor divisor) {
   return 0;
 }
 
-/// Visits every voxel in tiles of z, then x, then y, and steps once for each plane of a tile.
+/// How many bytes of a block's mask are set, from their number in each of its columns.
+int Total(Bytes perColumn) {
+  // At most 16 in each byte: the product adds eight of them up in its top byte.
+  constexpr std::uint64_t kAddUp = 0x0101010101010101U;
+  const auto halves = reinterpret_cast<Longs>(perColumn);
+  return static_cast<int>(((halves[0] * kAddUp) >> 56U) + ((halves[1] * kAddUp) >> 56U));
+}
+
 template <class Visit>
-void ForEachVoxel(const LabelVolume& a, Progress& progress, Visit visit) {
-  for (int z0 = 0; z0 < a.dimZ; z0 += kTile) {
-    const int z1 = std::min(z0 + kTile, a.dimZ);
-    for (int y = 0; y < a.dimY; ++y) {
-      for (int x0 = 0; x0 < a.dimX; x0 += kTile) {
-        const int x1 = std::min(x0 + kTile, a.dimX);
-        for (int x = x0; x < x1; ++x) {
-          for (int z = z0; z < z1; ++z) { visit(x, y, z); }
-        }
-      }
-    }
-    for (int z = z0; z < z1; ++z) { progress.Step(); }
+void ForEachBlock(const SlabPlace& at, Visit visit) {
+  for (int i = 0; i < at.BlocksX(); ++i) {
+    for (int k = 0; k < at.BlocksZ(); ++k) { visit(i, k); }
   }
 }
+
+/// Counts the classes of a block; leaves their colour values in the mask of A.
+void Classify(Block& inA, const Block& inB, VolumeOverlap& overlap) {
+  Bytes onlyA{};
+  Bytes onlyB{};
+  Bytes common{};
+  for (int i = 0; i < kBlock; ++i) {
+    const Bytes both = inA.rows[i] & inB.rows[i];
+    onlyA -= inA.rows[i] ^ both;  // a set byte is -1
+    onlyB -= inB.rows[i] ^ both;
+    common -= both;
+    inA.rows[i] = ClassesOf(inA.rows[i], inB.rows[i]);
+  }
+  overlap.onlyA += Total(onlyA);
+  overlap.onlyB += Total(onlyB);
+  overlap.common += Total(common);
+}
+
+/// Paints the voxels of a mask in one colour, which the mask then holds by z.
+void PaintRegion(Slab& mask, OverlapClass where, const WorkVolume& picture, const SlabPlace& at) {
+  const Bytes colour = AllBytes(static_cast<std::uint8_t>(where));
+  ForEachBlock(at, [&](int i, int k) {
+    for (Bytes& row : mask.blocks[i][k].rows) { row &= colour; }
+  });
+  StoreColours(picture, at, mask);
+  mask.Turn(at);
+  StoreScalars(picture, at, mask);
+}
+
+/// One step for each z plane of a volume, given out as its x planes are done: those are what the
+/// labels lie in.
+class PlaneSteps {
+public:
+  PlaneSteps(const LabelVolume& volume, Progress& receiver) : shape(volume), progress(receiver) {}
+
+  void Done(int planes) {
+    planesDone += planes;
+    const auto due =
+        static_cast<int>(static_cast<std::int64_t>(planesDone) * shape.dimZ / shape.dimX);
+    for (; given < due; ++given) { progress.Step(); }
+  }
+
+private:
+  const LabelVolume& shape;
+  Progress& progress;
+  int planesDone = 0;
+  int given = 0;
+};
 
 }  // namespace
 
@@ -77,28 +122,42 @@ VolumeOverlap CountOverlap(const LabelVolume& a, const LabelVolume& b, int label
 VolumeOverlap PaintOverlap(const LabelVolume& a, const LabelVolume& b, int label,
                            const WorkVolume& picture, Progress& progress) {
   VolumeOverlap overlap;
-  ForEachVoxel(a, progress, [&](int x, int y, int z) {
-    const OverlapClass where = Classify(a.Bears(label, x, y, z), b.Bears(label, x, y, z));
-    picture.Set(x, y, z, static_cast<std::uint8_t>(where));
-    overlap.onlyA += where == OverlapClass::OnlyA ? 1 : 0;
-    overlap.onlyB += where == OverlapClass::OnlyB ? 1 : 0;
-    overlap.common += where == OverlapClass::Both ? 1 : 0;
-  });
+  const LabelTest test(label);
+  PlaneSteps steps(a, progress);
+  Slab inA;
+  Slab inB;
+  const auto paint = [&](const SlabPlace& at) {
+    inA.LoadMask(a, test, at);
+    inB.LoadMask(b, test, at);
+    ForEachBlock(at, [&](int i, int k) { Classify(inA.blocks[i][k], inB.blocks[i][k], overlap); });
+    StoreColours(picture, at, inA);
+    inA.Turn(at);
+    StoreScalars(picture, at, inA);
+  };
+  ForEachSlab(a, 0, a.dimX - 1, paint, [&](int planes) { steps.Done(planes); });
   return overlap;
 }
 
 void PaintRegions(const LabelVolume& a, const LabelVolume& b, int label, const WorkVolume& pictureA,
                   const WorkVolume& pictureB, const WorkVolume& pictureBoth, Progress& progress) {
-  const auto value = [](bool in, OverlapClass where) {
-    return in ? static_cast<std::uint8_t>(where) : std::uint8_t{0};
+  const LabelTest test(label);
+  PlaneSteps steps(a, progress);
+  Slab inA;
+  Slab inB;
+  Slab both;
+  const auto paint = [&](const SlabPlace& at) {
+    inA.LoadMask(a, test, at);
+    inB.LoadMask(b, test, at);
+    ForEachBlock(at, [&](int i, int k) {
+      for (int row = 0; row < kBlock; ++row) {
+        both.blocks[i][k].rows[row] = inA.blocks[i][k].rows[row] & inB.blocks[i][k].rows[row];
+      }
+    });
+    PaintRegion(inA, OverlapClass::OnlyA, pictureA, at);
+    PaintRegion(inB, OverlapClass::OnlyB, pictureB, at);
+    PaintRegion(both, OverlapClass::Both, pictureBoth, at);
   };
-  ForEachVoxel(a, progress, [&](int x, int y, int z) {
-    const bool inA = a.Bears(label, x, y, z);
-    const bool inB = b.Bears(label, x, y, z);
-    pictureA.Set(x, y, z, value(inA, OverlapClass::OnlyA));
-    pictureB.Set(x, y, z, value(inB, OverlapClass::OnlyB));
-    pictureBoth.Set(x, y, z, value(inA && inB, OverlapClass::Both));
-  });
+  ForEachSlab(a, 0, a.dimX - 1, paint, [&](int planes) { steps.Done(planes); });
 }
 
 std::optional<double> OverlapRatio(const VolumeOverlap& overlap, OverlapDivisor divisor) {
