@@ -13,7 +13,7 @@ namespace measure {
 int VotesNeeded(int repeats);
 
 /// Writes `label` where enough of `repeats` bear it, else 0; at most 255 repeats.
-/// Report: a step after each z plane.
+/// Report: as many steps as there are z planes.
 void AverageRepeats(const std::vector<LabelVolume>& repeats, int label, const EditVolume& average,
                     Progress& progress);
 

@@ -32,19 +32,30 @@ void AppendTable(std::string& text, const std::uint8_t* first, const std::uint8_
   }
 }
 
+/// Counts the label pairs of a run, which is mostly long stretches of one pair.
+void CountRun(const std::uint8_t* first, const std::uint8_t* second, int length,
+              std::vector<std::int32_t>& joint) {
+  int begin = 0;
+  for (int z = 1; z <= length; ++z) {
+    if (z < length && first[z] == first[begin] && second[z] == second[begin]) { continue; }
+    joint[static_cast<std::size_t>(first[begin]) * 256 + second[begin]] += z - begin;
+    begin = z;
+  }
+}
+
 }  // namespace
 
 ConfusionCounts CountConfusion(const LabelVolume& first, const LabelVolume& second) {
   ConfusionCounts counts;
   for (int x = 0; x < first.dimX; ++x) {
     for (int y = 0; y < first.dimY; ++y) {
-      const std::uint8_t* runA = first.voxels[x][y];
-      const std::uint8_t* runB = second.voxels[x][y];
-      for (int z = 0; z < first.dimZ; ++z) {
-        ++counts.joint[static_cast<std::size_t>(runA[z]) * 256 + runB[z]];
-        ++counts.first[runA[z]];
-        ++counts.second[runB[z]];
-      }
+      CountRun(first.voxels[x][y], second.voxels[x][y], first.dimZ, counts.joint);
+    }
+  }
+  for (std::size_t a = 0; a < 256; ++a) {
+    for (std::size_t b = 0; b < 256; ++b) {
+      counts.first[a] += counts.joint[a * 256 + b];
+      counts.second[b] += counts.joint[a * 256 + b];
     }
   }
   return counts;
