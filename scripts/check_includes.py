@@ -11,12 +11,13 @@ import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parent.parent / "src"
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]', re.MULTILINE)
-BELOW = ("base", "VoxData", "views/slicemeasures", "view3d/volumemeasures")
+BELOW = ("base", "VoxData", "views/slicemeasures", "view3d/volumemeasures", "batch")
 ALLOWED_BELOW = {
     "base": ("base/",),
     "views/slicemeasures": ("base/", "views/slicemeasures/"),
     "view3d/volumemeasures": ("base/", "view3d/volumemeasures/"),
     "VoxData": ("base/", "VoxData/"),
+    "batch": ("base/", "VoxData/", "view3d/volumemeasures/"),
 }
 TOOLKIT = re.compile(r"^(FL|GL|X11)/")
 

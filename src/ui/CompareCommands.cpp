@@ -14,6 +14,8 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -24,41 +26,40 @@ std::string PairLine(const MainUI& ui, int first, int second) {
          EntryText(ui.compareImage1Choice, second) + "\n";
 }
 
-/// Whether `added` pairs more fit the comparison table.
-bool HaveRoom(const MainUI& ui, int added) {
-  if (ui.comparePairCount + added <= kMaxComparedPairs) { return true; }
-  Refuse("The list holds at most 200 pairs");
-  return false;
-}
-
-void Queue(MainUI& ui, int first, int second, std::string& text) {
-  ui.comparePairs[ui.comparePairCount][0] = first;
-  ui.comparePairs[ui.comparePairCount][1] = second;
-  ++ui.comparePairCount;
-  text += PairLine(ui, first, second);
+/// Queues pairs up to the rows of the comparison table; says how many found no room.
+void Queue(MainUI& ui, const std::vector<std::pair<int, int>>& pairs) {
+  std::string text = ui.comparePairsOutput->value();
+  std::size_t queued = 0;
+  for (const auto& [first, second] : pairs) {
+    if (ui.comparePairCount >= kMaxComparedPairs) { break; }
+    int* pair = ui.comparePairs[ui.comparePairCount++];
+    pair[0] = first;
+    pair[1] = second;
+    text += PairLine(ui, first, second);
+    ++queued;
+  }
+  ui.comparePairsOutput->value(text.c_str());
+  if (queued == pairs.size()) { return; }
+  Refuse(("The list holds at most 200 pairs: " + std::to_string(pairs.size() - queued) + " of " +
+          std::to_string(pairs.size()) + " were left out")
+             .c_str());
 }
 
 void QueueAll(MainUI& ui, bool inverse) {
-  const int images = std::max(ui.compareImage1Choice->size() - 1, 0);
-  if (images < 2 || ui.RefusedWhileRunning() || !HaveRoom(ui, images * (images - 1) / 2)) {
-    return;
-  }
-  std::string text = ui.comparePairsOutput->value();
+  if (ui.RefusedWhileRunning()) { return; }
+  const int images = ui.compareImage1Choice->size() - 1;  // the end mark is no entry
+  std::vector<std::pair<int, int>> pairs;
   for (int i = 0; i < images; ++i) {
-    for (int j = i + 1; j < images; ++j) { Queue(ui, inverse ? j : i, inverse ? i : j, text); }
+    for (int j = i + 1; j < images; ++j) { pairs.emplace_back(inverse ? j : i, inverse ? i : j); }
   }
-  ui.comparePairsOutput->value(text.c_str());
+  if (!pairs.empty()) { Queue(ui, pairs); }
 }
 
 }  // namespace
 
 void MainUI::AddComparePair() {
-  if (RefusedWhileRunning() || !HaveRoom(*this, 1)) { return; }
-  const int first = ChosenIndex(compareImage1Choice);
-  const int second = ChosenIndex(compareImage2Choice);
-  std::string text = comparePairsOutput->value();
-  Queue(*this, first, second, text);
-  comparePairsOutput->value(text.c_str());
+  if (RefusedWhileRunning()) { return; }
+  Queue(*this, {{ChosenIndex(compareImage1Choice), ChosenIndex(compareImage2Choice)}});
 }
 
 void MainUI::AddAllPairs() { QueueAll(*this, false); }

@@ -10,10 +10,9 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 
 class MainUI;
-class FloatList;
+class Progress;
 
 namespace measure {
 enum class ShellRule;
@@ -113,18 +112,11 @@ private:
   /// two messages may be null.
   void TransformShell(VoxData& image, int index, measure::ShellRule rule, const char* searching,
                       const char* transforming);
-  /// Signed distances of the surface of `target` to the shell of `source`.
-  void SignedDistances(int source, int target, measure::ShellRule rule, FloatList& list,
-                       bool emptyFirst);
-  // The stages of a pair in the batch.
-  void CompareOverlay(int index, const VoxData& first, const VoxData& second);
-  void CompareSurfaces(int index, VoxData& first, const VoxData& second, int firstSlot,
-                       FloatList& list);
-  void CompareHistogram(bool listIsBuilt, int firstSlot, int secondSlot, FloatList& list);
-  void CompareHaussdorf(int index, const VoxData& first, const VoxData& second, int firstSlot,
-                        int secondSlot);
-  void WriteCompared(int index, const std::string& name);
-  FloatList* signedDistances = nullptr;  ///< the list of the running histogram
+  /// Runs the transform on an image that has been checked.
+  void RunTransform(int imageIndex, int label, Progress& progress);
+  class PairRun;                   ///< the study of a run over the queued pairs
+  struct SignedRun;                ///< the histogram that is being built
+  SignedRun* signedRun = nullptr;  ///< null where none is
 
   void PressMouse();
   void DragMouse();

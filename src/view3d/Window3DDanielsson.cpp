@@ -16,14 +16,19 @@
 void Window3D::ComputeDanielsson3D(int imageIndex) {
   const VoxData* image = ImageAt(*ui, imageIndex);
   if (!CanMeasureVolume(*ui, image)) { return; }
+  PanelProgress progress(*ui);
+  RunTransform(imageIndex, ui->currentLabel, progress);
+}
+
+void Window3D::RunTransform(int imageIndex, int label, Progress& progress) {
+  const VoxData& image = *ui->images[imageIndex];
   transformStarted = 1;
   // The voxel size of slot 0 is used for every image, so that all distances share one unit.
   float spacing[3];
   ui->images[0]->GetSpacing(spacing);
-  TakeWorkingSizes(*this, *image);
-  PanelProgress progress(*ui);
-  measure::ComputeDistanceTransform(image->Labels(), ui->currentLabel,
-                                    {spacing[0], spacing[1], spacing[2]}, Field(), progress);
+  TakeWorkingSizes(*this, image);
+  measure::ComputeDistanceTransform(image.Labels(), label, {spacing[0], spacing[1], spacing[2]},
+                                    Field(), progress);
 }
 
 void Window3D::DisplayDanielsson3D() {

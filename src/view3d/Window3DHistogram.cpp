@@ -1,71 +1,66 @@
-// Window3D: histogram of the signed distances between surfaces.
+// Window3D: histogram of the signed distances between the surfaces of each queued pair.
 #include "ui/MainUI.h"
-#include "ui/PanelProgress.h"
-#include "ui/StudyChecks.h"
-#include "view3d/CommandSupport.h"
 #include "view3d/CompareSupport.h"
-#include "view3d/Window3D.h"
-#include "view3d/Window3DWork.h"
-#include "view3d/volumemeasures/PairComparison.h"
-#include "view3d/volumemeasures/Shell.h"
 #include "view3d/volumemeasures/SurfaceHistogram.h"
 #include "view3d/volumemeasures/TableFile.h"
 
-#include <iostream>
+struct Window3D::SignedRun {
+  Window3D& view;
+  PairRun study;
+  measure::PairMeasures measures;
+  measure::DistanceCounts distances;  ///< of the direction measured last
 
-void Window3D::SignedDistances(int source, int target, measure::ShellRule rule, FloatList& list,
-                               bool emptyFirst) {
-  VoxData& from = *ui->images[source];
-  Progress silent;  // only the transform moves the bar, which is not shown
-  measure::SaveLabels(from.Labels(), savedLabels, silent);
-  {
-    AlteredLabels altered(*this, from);
-    measure::ReduceToShell(savedLabels, ui->currentLabel, rule, from.EditableLabels(), silent);
-    ComputeDanielsson3D(source);
+  SignedRun(Window3D& owner, const std::string& table, const std::vector<measure::SlotPair>& pairs)
+      : view(owner), study(owner, table), measures(study, pairs, measure::ShellRule::OtherValue) {}
+
+  void Run(int row, const measure::SlotPair& pair) {
+    const auto [first, second] = pair;
+    CompareRecord& record = study.Record(row);
+    measures.BeginPair(row);
+    PrintWord(std::to_string(first) + "<->" + std::to_string(second));
+    measure::SetNames(record, study.Name(first), study.Name(second));
+    PrintWord("Computing Surface...");
+    view.BuildSignedList(first, second);
+    const measure::DistanceCounts there = std::move(distances);
+    PrintWord("Computing Surface reverse...");
+    view.BuildSignedList(second, first);
+    Write(row, measures.BothWays(pair, there, distances));
+    measures.EndPair();
   }
-  if (emptyFirst) { list.Clear(); }
-  PrintWord("computing....");
-  measure::AppendSignedDistances(from.Labels(), ui->images[target]->Labels(), ui->currentLabel,
-                                 Field(), list);
-}
+
+private:
+  void Write(int row, const measure::DistanceCounts& both) {
+    PrintWord("Nb point along the surface : " + std::to_string(both.total));
+    const measure::HistogramTable table = study.Histogram();
+    const bool complete = measure::BuildHistogram(both, measure::kOwnHistogram, table);
+    PrintWord("Number of list point: " + std::to_string(table.last));
+    PrintWord("Write File #" + std::to_string(row + 1));
+    PrintWord("dist_offset: " + std::to_string(table.last));
+    if (!complete) { return study.HistogramOverflowed(); }
+    const CompareRecord& record = study.Record(row);
+    study.AppendRows(measure::HistogramRows(table, table.last, record.name1, record.name2));
+  }
+};
 
 void Window3D::BuildSignedList(int source, int target) {
-  if (signedDistances == nullptr) { return; }  // no histogram is being built
-  SignedDistances(source, target, measure::ShellRule::OtherValue, *signedDistances, false);
+  if (signedRun == nullptr) { return; }  // no histogram is being built
+  auto reading =
+      signedRun->measures.AlongSurface(source, target, measure::Origin::EitherImage, true);
+  PrintWord("computing....");
+  signedRun->distances = *std::move(reading.counts);
 }
 
 void Window3D::ComputeSurfaceHistogram(char* fileName) {
   const RunningCommand running(*ui);
-  if (running.Refused() || !CanCompareQueue(*ui)) { return; }
-  const std::string name = tables::WithExtension(fileName);
-  FloatList list;
-  signedDistances = &list;
-  for (int row = 0; row < ui->comparePairCount; ++row) {
-    const int first = ui->comparePairs[row][0];
-    const int second = ui->comparePairs[row][1];
-    PrintWord(std::to_string(first) + "<->" + std::to_string(second));
-    NamePair(*this, row);
-    PrintWord("Computing Surface...");
-    TakeWorkingSizes(*this, *ui->images[0]);
-    SignedDistances(first, second, measure::ShellRule::OtherValue, list, true);
-    PrintWord("Computing Surface reverse...");
-    SignedDistances(second, first, measure::ShellRule::OtherValue, list, false);
-    list.sorted = false;
-    list.Sort();
-    PrintWord("Nb point along the surface : " + std::to_string(list.Size()));
-    const measure::HistogramTable table{histogramValue, histogramCount, histogramLast};
-    if (!measure::BuildHistogram(list, table)) {
-      std::cerr << "The surface histogram has more than 20,000 distinct distances." << std::endl;
-    }
-    PrintWord("Number of list point: " + std::to_string(histogramLast));
-    PrintWord("Write File #" + std::to_string(row + 1));
-    PrintWord("dist_offset: " + std::to_string(histogramLast));
-    const CompareRecord& record = compareRecords[row];
-    if (!tables::Append(name,
-                        measure::HistogramRows(table, histogramLast, record.name1, record.name2))) {
-      ReportUnwritten(*ui, name);
-    }
-  }
-  signedDistances = nullptr;
+  if (running.Refused()) { return; }
+  const auto pairs = TakeQueue(*ui);
+  if (!pairs) { return; }
+  SignedRun run(*this, tables::WithExtension(fileName), *pairs);
+  SignedRun* const outer = signedRun;
+  signedRun = &run;
+  int row = 0;
+  for (const measure::SlotPair& pair : *pairs) { run.Run(row++, pair); }
+  run.measures.LeaveArrays();
+  signedRun = outer;
   PrintWord("Surface histogramme finished");
 }

@@ -1,50 +1,104 @@
 #include "view3d/volumemeasures/SurfaceHistogram.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace measure {
 
 namespace {
 
-constexpr float kNoValue = 445361.0F;  // what no distance is: the value before the first
-constexpr int kClearedEntries = 600;   // entries that a batch clears
-constexpr float kClearedValue = 999999.0F;
+constexpr float kClearedValue = 999999.0F;  // the value of an entry that was cleared
+constexpr std::size_t kMostEntries =
+    kMaxHistogramValues + 1;  // one more tells that a table is full
 
-/// Adds the values at positions `first` to `last` of the list.
-/// `found` says what a new entry's count becomes from the one that stood there.
-template <class NewCount>
-bool CountValues(const FloatList& list, int first, int last, const HistogramTable& table,
-                 NewCount newCount) {
-  table.last = -1;
-  float previous = kNoValue;
-  for (int position = first; position <= last; ++position) {
-    const float value = list.GetValue(position);
-    if (value == previous) {
-      ++table.counts[table.last];
-      continue;
-    }
-    if (table.last + 1 >= kMaxHistogramValues) { return false; }
-    ++table.last;
-    table.counts[table.last] = newCount(table.counts[table.last]);
-    table.values[table.last] = value;
-    previous = value;
+/// Adds `count` times `value` behind smaller ones.
+void Add(float value, std::int32_t count, std::vector<DistanceCounts::Entry>& entries) {
+  if (!entries.empty() && entries.back().value == value) {
+    entries.back().count += count;
+  } else if (entries.size() < kMostEntries) {
+    entries.push_back({value, count});
   }
-  return true;
 }
+
+/// Puts entries into a table, one after another.
+class TableWriter {
+public:
+  TableWriter(const HistogramRule& how, const HistogramTable& to) : rule(how), table(to) {
+    const int cleared = std::min(rule.clearedEntries, kMaxHistogramValues);
+    std::fill_n(table.counts, cleared, 0);
+    std::fill_n(table.values, cleared, kClearedValue);
+    table.last = -1;
+  }
+
+  void Add(float value, std::int32_t count) {
+    if (count == 0 || full) { return; }
+    if (table.last >= 0 && table.values[table.last] == value) {
+      table.counts[table.last] += count;
+      return;
+    }
+    if (table.last + 1 >= kMaxHistogramValues) {
+      full = true;
+      return;
+    }
+    ++table.last;
+    std::int32_t& found = table.counts[table.last];
+    found = rule.addsToFoundCounts ? found + count : count;
+    table.values[table.last] = value;
+  }
+
+  bool Full() const { return full; }
+
+private:
+  const HistogramRule& rule;
+  const HistogramTable& table;
+  bool full = false;
+};
 
 }  // namespace
 
-bool BuildHistogram(const FloatList& sorted, const HistogramTable& table) {
-  return CountValues(sorted, 1, sorted.Size(), table, [](std::int32_t) { return 1; });
+DistanceCounts CountDistances(FloatList& list) {
+  list.sorted = false;
+  list.Sort();
+  DistanceCounts distances;
+  distances.total = list.Size();
+  for (int position = 1; position <= distances.total; ++position) {
+    const float value = list.GetValue(position);
+    Add(value, 1, distances.entries);
+    if (value == 0.0F) {
+      (std::signbit(value) ? distances.negativeZero : distances.positiveZero) = true;
+    }
+  }
+  return distances;
 }
 
-bool BuildBatchHistogram(const FloatList& sorted, const HistogramTable& table) {
-  for (int i = 0; i < kClearedEntries; ++i) {
-    table.counts[i] = 0;
-    table.values[i] = kClearedValue;
+std::optional<DistanceCounts> Merged(const DistanceCounts& first, const DistanceCounts& second) {
+  DistanceCounts both;
+  both.total = first.total + second.total;
+  both.positiveZero = first.positiveZero || second.positiveZero;
+  both.negativeZero = first.negativeZero || second.negativeZero;
+  if (both.positiveZero && both.negativeZero) { return std::nullopt; }
+  auto a = first.entries.begin();
+  auto b = second.entries.begin();
+  while (a != first.entries.end() || b != second.entries.end()) {
+    const bool takeB =
+        a == first.entries.end() || (b != second.entries.end() && b->value < a->value);
+    const DistanceCounts::Entry& next = takeB ? *b++ : *a++;
+    Add(next.value, next.count, both.entries);
   }
-  return CountValues(sorted, 0, sorted.Size() - 1, table,
-                     [](std::int32_t found) { return found + 1; });
+  return both;
+}
+
+bool BuildHistogram(const DistanceCounts& distances, const HistogramRule& rule,
+                    const HistogramTable& table) {
+  TableWriter writer(rule, table);
+  if (distances.entries.empty()) { return true; }
+  if (rule.opensWithZero) { writer.Add(0.0F, 1); }
+  for (const DistanceCounts::Entry& entry : distances.entries) {
+    const bool isLast = &entry == &distances.entries.back();
+    writer.Add(entry.value, entry.count - (isLast && rule.leavesOutLast ? 1 : 0));
+  }
+  return !writer.Full();
 }
 
 std::string HistogramRows(const HistogramTable& table, int last, const std::string& name1,

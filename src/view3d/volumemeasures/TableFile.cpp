@@ -1,6 +1,7 @@
 #include "view3d/volumemeasures/TableFile.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,21 +10,70 @@ namespace tables {
 
 namespace {
 
-bool WriteAll(int file, const std::string& text) {
-  std::size_t done = 0;
-  while (done < text.size()) {
-    const ssize_t wrote = write(file, text.data() + done, text.size() - done);
-    if (wrote <= 0) { return false; }
-    done += static_cast<std::size_t>(wrote);
+/// A regular file that is open for writing; anything else, a folder or a pipe, is not opened.
+class OpenFile {
+public:
+  explicit OpenFile(const std::string& path) : name(path) {
+    struct stat status {};
+    isNew = stat(name.c_str(), &status) != 0;
+    if (name.empty() || (!isNew && !S_ISREG(status.st_mode))) { return; }
+    file = open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (file >= 0) { size = lseek(file, 0, SEEK_END); }
   }
-  return true;
-}
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+  ~OpenFile() {
+    if (file >= 0) { close(file); }
+  }
 
-/// A file that can be written, or one that is not there yet.
-bool IsFile(const std::string& name) {
-  struct stat status {};
-  return stat(name.c_str(), &status) != 0 || S_ISREG(status.st_mode);
-}
+  bool IsOpen() const { return file >= 0 && size >= 0; }
+  off_t Size() const { return size; }
+
+  /// Writes `text` at `place` and ends the file behind it; false, with the file as it was, where
+  /// that fails.
+  bool Write(const std::string& text, off_t place) {
+    std::string before(
+        static_cast<std::size_t>(std::min<off_t>(size - place, static_cast<off_t>(text.size()))),
+        '\0');
+    if (!ReadAt(before, place)) { return false; }
+    const off_t end = place + static_cast<off_t>(text.size());
+    if (WriteAt(text, place) && ftruncate(file, end) == 0) { return true; }
+    // What was overwritten needs no new room on the disk.
+    const bool restored = WriteAt(before, place) && ftruncate(file, size) == 0;
+    if (isNew && restored) { unlink(name.c_str()); }
+    return false;
+  }
+
+private:
+  bool ReadAt(std::string& text, off_t place) const {
+    std::size_t done = 0;
+    while (done < text.size()) {
+      const ssize_t count =
+          pread(file, &text[done], text.size() - done, place + static_cast<off_t>(done));
+      if (count < 0 && errno == EINTR) { continue; }
+      if (count <= 0) { return false; }
+      done += static_cast<std::size_t>(count);
+    }
+    return true;
+  }
+
+  bool WriteAt(const std::string& text, off_t place) const {
+    std::size_t done = 0;
+    while (done < text.size()) {
+      const ssize_t count =
+          pwrite(file, text.data() + done, text.size() - done, place + static_cast<off_t>(done));
+      if (count < 0 && errno == EINTR) { continue; }
+      if (count <= 0) { return false; }
+      done += static_cast<std::size_t>(count);
+    }
+    return true;
+  }
+
+  const std::string& name;
+  bool isNew = false;
+  int file = -1;
+  off_t size = -1;
+};
 
 }  // namespace
 
@@ -32,27 +82,13 @@ std::string WithExtension(const std::string& name) {
 }
 
 bool Append(const std::string& name, const std::string& text) {
-  if (name.empty() || !IsFile(name)) { return false; }
-  const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-  if (file < 0) { return false; }
-  const off_t before = lseek(file, 0, SEEK_END);
-  const bool written = WriteAll(file, text);
-  // A row that the disk had no room for leaves nothing behind.
-  const bool whole = written || ftruncate(file, before) != 0;
-  return close(file) == 0 && written && whole;
+  OpenFile file(name);
+  return file.IsOpen() && file.Write(text, file.Size());
 }
 
 bool Replace(const std::string& name, const std::string& text) {
-  if (name.empty() || !IsFile(name)) { return false; }
-  const std::string beside = name + ".part";
-  const int file = open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (file < 0) { return false; }
-  const bool written = WriteAll(file, text);
-  if (close(file) == 0 && written && std::rename(beside.c_str(), name.c_str()) == 0) {
-    return true;
-  }
-  std::remove(beside.c_str());
-  return false;
+  OpenFile file(name);
+  return file.IsOpen() && file.Write(text, 0);
 }
 
 }  // namespace tables

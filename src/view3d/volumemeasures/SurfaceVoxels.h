@@ -1,0 +1,60 @@
+// The voxels on the surface of a label region, found 16 at a time.
+//
+// Internal to the volume measures.
+#pragma once
+
+#include "base/LabelVolume.h"
+#include "view3d/volumemeasures/VoxelBlocks.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace measure {
+
+/// Calls visit(i) for each byte of `mask` that is set, in ascending order.
+template <class Visit>
+void ForEachSet(Bytes mask, Visit visit) {
+  const auto halves = reinterpret_cast<Longs>(mask);
+  for (int half = 0; half < 2; ++half) {
+    for (std::uint64_t rest = halves[half]; rest != 0;) {
+      const int byte = __builtin_ctzll(rest) / 8;
+      visit(half * 8 + byte);
+      rest &= ~(std::uint64_t{0xFF} << (byte * 8));
+    }
+  }
+}
+
+/// Calls visit(x, y, z) for each voxel of `image` that bears the label and has a neighbour of value
+/// 0, x outer, z inner.
+///
+/// Shape: the outermost layer of the volume is left out. ON PURPOSE: another label beside a voxel
+///        makes no surface.
+template <class Visit>
+void ForEachSurfaceVoxel(const LabelVolume& image, int label, Visit visit) {
+  const LabelTest wanted(label);
+  const LabelTest background(0);
+  for (int x = 1; x <= image.dimX - 2; ++x) {
+    for (int y = 1; y <= image.dimY - 2; ++y) {
+      const std::uint8_t* own = image.voxels[x][y];
+      const std::uint8_t* const neighbours[6] = {own + 1,
+                                                 own - 1,
+                                                 image.voxels[x - 1][y],
+                                                 image.voxels[x + 1][y],
+                                                 image.voxels[x][y - 1],
+                                                 image.voxels[x][y + 1]};
+      for (int z = 1; z <= image.dimZ - 2; z += kBlock) {
+        const int count = std::min(kBlock, image.dimZ - 1 - z);
+        const auto mask = [&](const LabelTest& test, const std::uint8_t* run) {
+          return count == kBlock ? test.Run(run + z) : test.Run(run + z, count);
+        };
+        const Bytes region = mask(wanted, own);
+        if (!Any(region)) { continue; }
+        Bytes open = {};
+        for (const std::uint8_t* run : neighbours) { open |= mask(background, run); }
+        ForEachSet(region & open, [&](int i) { visit(x, y, z + i); });
+      }
+    }
+  }
+}
+
+}  // namespace measure
