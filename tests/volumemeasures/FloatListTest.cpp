@@ -40,7 +40,8 @@ std::vector<float> SortedBySwaps(std::vector<float> values) {
 }
 
 bool SameBits(const std::vector<float>& a, const std::vector<float>& b) {
-  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+  if (a.size() != b.size()) { return false; }
+  return a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
 }
 
 TEST(FloatListTest, PositionsCountFromOne) {
