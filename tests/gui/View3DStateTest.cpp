@@ -8,7 +8,9 @@
 
 #include <climits>
 #include <cmath>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -402,8 +404,13 @@ TEST_F(View3DStateTest, WithoutMemoryTheArraysAreNotReadyAndOneLineSaysSo) {
 
   EXPECT_EQ(View().workArraysReady, 0);
   EXPECT_EQ(View().distX, nullptr);
-  const std::string errors = TakeErrors();
-  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+  // The address sanitizer adds lines of its own.
+  std::istringstream errors(TakeErrors());
+  std::vector<std::string> ours;
+  for (std::string line; std::getline(errors, line);) {
+    if (line.rfind("==", 0) != 0) { ours.push_back(line); }
+  }
+  EXPECT_EQ(ours, std::vector<std::string>{"There is no memory for the volume measures."});
 
   View().AllocateVolumes(4, 4, 4);
   EXPECT_EQ(View().workArraysReady, 1);
