@@ -19,6 +19,14 @@ inline double CpuSeconds() {
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
+/// User seconds alone: without the pages that the system makes for new memory.
+inline double UserSeconds() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_utime.tv_sec) +
+         1e-6 * static_cast<double>(usage.ru_utime.tv_usec);
+}
+
 inline double Median(std::vector<double> values) {
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];

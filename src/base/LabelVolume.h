@@ -48,7 +48,14 @@ struct WorkVolume {
   int dimX = 0;
   int dimY = 0;
   int dimZ = 0;
+  bool scalarsAreZero = false;  ///< known before a picture is painted, which then adds no zeros
 
+  /// The same, with scalars that were made of zeros and that nothing has been painted in.
+  WorkVolume WithNewScalars() const {
+    WorkVolume fresh = *this;
+    fresh.scalarsAreZero = true;
+    return fresh;
+  }
   std::size_t Index(int x, int y, int z) const {
     return (static_cast<std::size_t>(dimY) * static_cast<std::size_t>(z) +
             static_cast<std::size_t>(y)) *

@@ -40,7 +40,7 @@ void Window3D::ComputeHaussdorf3D() {
   ui->ShowProgressMessage("Computing Haussdorf distance B->A");
   const measure::FarVoxel far = measure::FindFarVoxel(a, label, Field(), progress);
   ShowMessageNow(*ui, "Computing display points");
-  measure::PaintDistances(a, label, Field(), far, picture.Work());
+  measure::PaintDistances(a, label, Field(), far, picture.Work().WithNewScalars());
   picture.AttachWorkScalars();
 
   SetField(ui->haussdorf3DABOutput, "%f", static_cast<double>(far.distance));

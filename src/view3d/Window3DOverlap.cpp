@@ -60,8 +60,9 @@ void Window3D::ComputeOverlayResult3D() {
     return;
   }
   PanelProgress progress(*ui);
-  const auto overlap = measure::PaintOverlap(pair.image1->Labels(), pair.image2->Labels(),
-                                             ui->currentLabel, picture.Work(), progress);
+  const auto overlap =
+      measure::PaintOverlap(pair.image1->Labels(), pair.image2->Labels(), ui->currentLabel,
+                            picture.Work().WithNewScalars(), progress);
   picture.AttachWorkScalars();
   WriteOverlap(*ui, overlap);
 
@@ -93,8 +94,9 @@ void Window3D::ComputeOverlay3D() {
   }
   PanelProgress progress(*ui);
   measure::PaintRegions(pair.image1->Labels(), pair.image2->Labels(), ui->currentLabel,
-                        ui->displayVolume1->Work(), ui->displayVolume2->Work(),
-                        ui->displayVolume3->Work(), progress);
+                        ui->displayVolume1->Work().WithNewScalars(),
+                        ui->displayVolume2->Work().WithNewScalars(),
+                        ui->displayVolume3->Work().WithNewScalars(), progress);
   for (VoxData* picture : ui->workVolumes) { picture->AttachWorkScalars(); }
 
   ui->updateColorButton->deactivate();

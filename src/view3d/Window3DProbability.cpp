@@ -39,8 +39,9 @@ void Window3D::ComputeProbabilityMap() {
   std::vector<LabelVolume> images;
   for (int slot = 0; slot < count; ++slot) { images.push_back(ui->images[slot]->Labels()); }
   PanelProgress progress(*ui);
-  const double overlap = measure::PaintProbability(images, ui->userCount, ui->slicesPerUser,
-                                                   ui->currentLabel, picture.Work(), progress);
+  const double overlap =
+      measure::PaintProbability(images, ui->userCount, ui->slicesPerUser, ui->currentLabel,
+                                picture.Work().WithNewScalars(), progress);
   picture.AttachWorkScalars();
   SetField(ui->probaOverlapOutput, "%f", overlap);
   redraw();

@@ -98,7 +98,8 @@ void Window3D::ComputeSurfaceDistance() {
   const auto distance =
       measure::SumAlongSurface(a, b, label, Field(), wantMedians ? &lists : nullptr, progress);
   ui->ShowProgressMessage("Computing display points...");
-  measure::PaintSignedDistance(a, b, label, Field(), distance, picture.Work(), progress);
+  measure::PaintSignedDistance(a, b, label, Field(), distance, picture.Work().WithNewScalars(),
+                               progress);
 
   if (wantMedians) {
     WriteQuartiles(lists.outside, ui->medianOutsideOutput, ui->firstQuartOutsideOutput,

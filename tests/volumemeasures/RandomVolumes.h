@@ -4,6 +4,7 @@
 #include "tests/support/TestField.h"
 #include "tests/support/TestVolume.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -73,6 +74,11 @@ public:
     colours.Fill({0, 0, 0}, {dims[0] - 1, dims[1] - 1, dims[2] - 1}, 77);
   }
   WorkVolume Work() { return colours.Work(scalars.data()); }
+  /// The picture as a command gets it: scalars made of zeros.
+  WorkVolume NewWork() {
+    std::fill(scalars.begin(), scalars.end(), 0.0F);
+    return Work().WithNewScalars();
+  }
   const std::vector<std::uint8_t>& Colours() const { return colours.Bytes(); }
   const std::vector<float>& Scalars() const { return scalars; }
 

@@ -268,6 +268,30 @@ TEST(VolumeOverlapRandomTest, PaintsThreePicturesAsPlainLoopsDo) {
   }
 }
 
+TEST(VolumeOverlapRandomTest, NewScalarsArePaintedAsThoseOfAnEarlierPicture) {
+  std::mt19937 random(8);
+  for (int round = 0; round < 100; ++round) {
+    const auto dims = RandomSizes(random);
+    SCOPED_TRACE(testing::PrintToString(dims));
+    const auto a = RandomLabels(random, dims);
+    const auto b = RandomLabels(random, dims);
+    TestPicture painted[4] = {TestPicture(dims), TestPicture(dims), TestPicture(dims),
+                              TestPicture(dims)};
+    TestPicture plains[4] = {TestPicture(dims), TestPicture(dims), TestPicture(dims),
+                             TestPicture(dims)};
+    RecordingProgress progress;
+
+    measure::PaintOverlap(a->Labels(), b->Labels(), kLabel, painted[0].NewWork(), progress);
+    measure::PaintRegions(a->Labels(), b->Labels(), kLabel, painted[1].NewWork(),
+                          painted[2].NewWork(), painted[3].NewWork(), progress);
+    plain::OverlayResult(a->Labels(), b->Labels(), kLabel, plains[0].Work());
+    plain::Overlay(a->Labels(), b->Labels(), kLabel, plains[1].Work(), plains[2].Work(),
+                   plains[3].Work());
+
+    for (int i = 0; i < 4; ++i) { ExpectSame(painted[i], plains[i]); }
+  }
+}
+
 TEST(VolumeOverlapRandomTest, ALargePictureIsPaintedWhole) {
   // Its scalars go past the cache.
   std::mt19937 random(7);

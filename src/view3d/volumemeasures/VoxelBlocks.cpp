@@ -101,7 +101,9 @@ void Slab::LoadMask(const LabelVolume& image, const LabelTest& test, const SlabP
 
 void Slab::Turn(const SlabPlace& at) {
   for (int i = 0; i < at.BlocksX(); ++i) {
-    for (int k = 0; k < at.BlocksZ(); ++k) { blocks[i][k].Turn(); }
+    for (int k = 0; k < at.BlocksZ(); ++k) {
+      if (!blocks[i][k].Empty()) { blocks[i][k].Turn(); }
+    }
   }
 }
 
@@ -127,7 +129,9 @@ void StoreScalars(const WorkVolume& picture, const SlabPlace& at, const Slab& tu
     float* to = picture.scalars + picture.Index(at.x, at.y, at.z + z);
     Words scalars[4];
     for (int i = 0; i < whole; ++i) {
-      ToScalars(turned.blocks[i][z / kBlock].rows[z % kBlock], scalars);
+      const Bytes& row = turned.blocks[i][z / kBlock].rows[z % kBlock];
+      if (picture.scalarsAreZero && !Any(row)) { continue; }
+      ToScalars(row, scalars);
       if (streams) {
         Stream(to + i * kBlock, scalars);
       } else {
