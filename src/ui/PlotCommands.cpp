@@ -50,6 +50,17 @@ bool FitsPlot(int slices) {
   return false;
 }
 
+/// The labels of an image as far as the first image reaches: its sizes hold for every curve.
+LabelVolume WithinFirst(const MainUI& ui, const VoxData& image) {
+  LabelVolume labels = image.Labels();
+  if (const VoxData* first = ImageAt(ui, 0)) {
+    labels.dimX = std::min(labels.dimX, first->GetDimX());
+    labels.dimY = std::min(labels.dimY, first->GetDimY());
+    labels.dimZ = std::min(labels.dimZ, first->GetDimZ());
+  }
+  return labels;
+}
+
 /// Counts both curves along an axis and hands them to the plot. Returns the largest count.
 int PlotAxis(const MainUI& ui, int axis, const Curves& curves) {
   const VoxData* image1 = ImageAt(ui, ChosenIndex(ui.plotImage1Choice));
@@ -57,8 +68,10 @@ int PlotAxis(const MainUI& ui, int axis, const Curves& curves) {
   if (image1 == nullptr || image2 == nullptr) { return 0; }
   float a[kMaxPlotSlices] = {};
   float b[kMaxPlotSlices] = {};
-  measure::CountPerSlice(image1->Labels(), curves.label1, axis, curves.first, curves.counted, a);
-  measure::CountPerSlice(image2->Labels(), curves.label2, axis, curves.first, curves.counted, b);
+  measure::CountPerSlice(WithinFirst(ui, *image1), curves.label1, axis, curves.first,
+                         curves.counted, a);
+  measure::CountPerSlice(WithinFirst(ui, *image2), curves.label2, axis, curves.first,
+                         curves.counted, b);
   ui.plot->SetSeries(a, b, curves.shown);
   return static_cast<int>(std::max(*std::max_element(std::begin(a), std::end(a)),
                                    *std::max_element(std::begin(b), std::end(b))));
