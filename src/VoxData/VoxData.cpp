@@ -176,6 +176,7 @@ void VoxData::NewWorkScalars(std::size_t count) {
   workScalars = nullptr;
   const auto scalars = NewZeroScalars(count);
   if (scalars == nullptr) { return; }
+  voxels::PreferLargePages(scalars->GetPointer(0), count * sizeof(float));
   scalars->Register(nullptr);
   workScalars = scalars;
 }
