@@ -1,9 +1,9 @@
 #include "VoxData/ScriptList.h"
 
 #include "base/Limits.h"
+#include "base/WholeFile.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -25,12 +25,20 @@ struct Line {
   bool ended = false;  // by a line feed
 };
 
-/// All lines of a file; nothing follows the last line feed but an end.
-std::string ReadLines(const char* path, std::vector<Line>& lines) {
+/// Opens a list; anything but a regular file, a folder or a pipe, is not opened.
+std::ifstream OpenList(const char* path) {
   struct stat status {};
   std::ifstream stream;
   if (stat(path, &status) == 0 && S_ISREG(status.st_mode)) { stream.open(path, std::ios::binary); }
-  if (!stream.is_open()) { return std::string("The list file cannot be opened: ") + path; }
+  return stream;
+}
+
+std::string NotOpened(const char* path) {
+  return std::string("The list file cannot be opened: ") + path;
+}
+
+/// All lines of a file; nothing follows the last line feed but an end.
+std::string ReadLines(std::ifstream& stream, std::vector<Line>& lines) {
   Line line;
   for (std::istreambuf_iterator<char> at(stream), end; at != end; ++at) {
     if (*at == '\n') {
@@ -58,8 +66,11 @@ int NumberOf(const std::string& text) {
 }
 
 std::string ReadStudyList(const char* path, StudyList& list) {
+  std::ifstream stream = OpenList(path);
+  list.opened = stream.is_open();
+  if (!list.opened) { return NotOpened(path); }
   std::vector<Line> lines;
-  const std::string problem = ReadLines(path, lines);
+  const std::string problem = ReadLines(stream, lines);
   if (!problem.empty()) { return problem; }
   if (!lines.empty()) { list.users = lines[0].text; }
   if (lines.size() > 1) { list.repeats = lines[1].text; }
@@ -84,8 +95,10 @@ std::string ReadStudyList(const char* path, StudyList& list) {
 }
 
 std::string ReadListTexts(const char* path, ListTexts& texts) {
+  std::ifstream stream = OpenList(path);
+  if (!stream.is_open()) { return NotOpened(path); }
   std::vector<Line> lines;
-  const std::string problem = ReadLines(path, lines);
+  const std::string problem = ReadLines(stream, lines);
   if (!problem.empty()) { return problem; }
   if (!lines.empty() && !lines.back().ended) { lines.pop_back(); }
   texts.hasUsers = !lines.empty();
@@ -107,25 +120,10 @@ std::string ReadListTexts(const char* path, ListTexts& texts) {
 
 std::string WriteList(const std::string& path, int users, int repeats, const std::string& original,
                       const std::string& segs) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
-    return "The list file cannot be written: " + path;
-  }
-  // Into a file beside it first, so that a full disk costs nothing that was there before.
-  const std::string beside = path + ".part";
-  {
-    std::ofstream stream(beside, std::ios::binary);
-    stream << users << '\n' << repeats << '\n' << original << '\n' << segs << '\n';
-    if (!stream.flush()) {
-      std::remove(beside.c_str());
-      return "The list file cannot be written: " + path;
-    }
-  }
-  if (std::rename(beside.c_str(), path.c_str()) != 0) {
-    std::remove(beside.c_str());
-    return "The list file cannot be written: " + path;
-  }
-  return {};
+  const std::string text =
+      std::to_string(users) + '\n' + std::to_string(repeats) + '\n' + original + '\n' + segs + '\n';
+  if (WholeFile(path).Replace(text)) { return {}; }
+  return "The list file cannot be written: " + path;
 }
 
 }  // namespace script

@@ -8,6 +8,7 @@ namespace script {
 
 /// What a load takes from a list file.
 struct StudyList {
+  bool opened = false;  ///< whether the file could be opened
   std::string users;    ///< first line as it stands
   std::string repeats;  ///< second line as it stands
   int userCount = 0;
@@ -41,7 +42,7 @@ struct ListTexts {
 ///          of more than 9,999, a file that cannot be opened.
 std::string ReadListTexts(const char* path, ListTexts& texts);
 
-/// Writes a list whole or not at all. Returns: an empty text, or what went wrong.
+/// Writes a list whole or not at all, over what the file held before. Returns: an empty text, or what went wrong.
 std::string WriteList(const std::string& path, int users, int repeats, const std::string& original,
                       const std::string& segs);
 
