@@ -217,6 +217,48 @@ TEST_F(CubesTest, TheHaussdorfDistanceLeavesOutNoPlane) {
   EXPECT_EQ(study.records[0].haussdorf2, 4.0F);
 }
 
+TEST_F(CubesTest, OnPurposeAHistogramBehindTheSurfaceHoldsItsOneDirectionAlone) {
+  study.stages = {{false, false, true}, true, false};
+
+  study.Compare({{0, 1}});
+
+  EXPECT_EQ(study.progress.printed, "nb compare1\n"
+                                    "0<->1\n"
+                                    "Computing Surface...\n"
+                                    "starting forward scan\n"
+                                    "starting backward scan\n"
+                                    "step 1\n"
+                                    "computing....\n"
+                                    "Nb point: 26\n"
+                                    "That's finished !!!!\n");
+  EXPECT_EQ(study.transformed, std::vector<int>{0});
+}
+
+TEST_F(CubesTest, AHistogramAloneHoldsBothDirections) {
+  study.stages = {{false, false, false}, true, true};
+
+  study.Compare({{0, 1}});
+
+  EXPECT_EQ(study.progress.printed, "nb compare1\n"
+                                    "0<->1\n"
+                                    "Computing Surface...\n"
+                                    "starting forward scan\n"
+                                    "starting backward scan\n"
+                                    "computing....\n"
+                                    "Computing Surface reverse...\n"
+                                    "starting forward scan\n"
+                                    "starting backward scan\n"
+                                    "computing....\n"
+                                    "Nb point: 52\n"
+                                    "Write File #1\n"
+                                    "That's finished !!!!\n");
+  EXPECT_EQ(study.rows, "Image 1\tImage 2\t\n0\t1\t\n");
+  // 1 inside at each end, zeros, 9 outside at each end: the opening 0 joins no value, since -1
+  // comes behind it; and the last entry is not written.
+  EXPECT_EQ(study.histogramRows, "Image 1\tImage 2\t0.000000\t-1.000000\t-0.000000\t\n"
+                                 "0\t1\t1\t2\t32\t\n");
+}
+
 TEST_F(CubesTest, TheLabelsAreWholeAgain) {
   const auto before = a.Bytes();
 
