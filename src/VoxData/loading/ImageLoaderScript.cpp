@@ -56,6 +56,9 @@ int ImageLoader::LoadScript() {
   script::StudyList list;
   const std::string problem = script::ReadStudyList(listPath, list);
   if (!problem.empty()) {
+    // ON PURPOSE: a file that cannot be opened leaves an empty study; a list that is refused for
+    // what it says leaves the study that was there.
+    if (!list.opened) { ResetStudy(); }
     Refuse(problem.c_str());
     return -1;
   }

@@ -7,8 +7,10 @@
 #include "ui/Put.h"
 
 #include <FL/Fl_Input.H>
+#include <FL/Fl_Output.H>
 #include <FL/Fl_Value_Input.H>
 
+#include <iostream>
 #include <string>
 
 namespace {
@@ -44,7 +46,10 @@ void OnSaveList(Fl_Widget* widget, void* /*data*/) {
   const std::string problem =
       script::WriteList(*path, Truncated(ui.listNbUserInput), Truncated(ui.listNbSegInput),
                         ui.listOriginalInput->value(), ui.listSegsInput->value());
-  if (!problem.empty()) { Refuse(problem.c_str()); }
+  if (problem.empty()) { return; }
+  std::cerr << problem << std::endl;
+  ui.statusOutput->value(problem.c_str());
+  Refuse(problem.c_str());
 }
 
 void OnLoadList(Fl_Widget* widget, void* /*data*/) {
