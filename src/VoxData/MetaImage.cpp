@@ -1,6 +1,6 @@
 #include "VoxData/MetaImage.h"
 
-#include "VoxData/VoxData.h"
+#include "VoxData/MetaImageFiles.h"
 
 #include <algorithm>
 #include <cctype>
@@ -14,6 +14,11 @@
 #include <utility>
 
 namespace {
+
+using metaimage::DirectoryOf;
+using metaimage::File;
+using metaimage::OpenFile;
+using metaimage::SizeOf;
 
 enum Record {
   kComment,
@@ -50,23 +55,6 @@ constexpr const char* kModalities[] = {"MET_MOD_UNKNOWN", "MET_MOD_MRI", "MET_MO
                                        "MET_MOD_CT",      "MET_MOD_DSA", "MET_MOD_CXR",
                                        "MET_MOD_DRR"};
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
-/// A file to read, opened as for writing too; null for what is no file, which could block.
-File OpenFile(const std::string& name) {
-  struct stat status {};
-  if (stat(name.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) { return nullptr; }
-  return File(std::fopen(name.c_str(), "r+b"));
-}
-
-std::int64_t SizeOf(const std::string& name) {
-  struct stat status {};
-  return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? status.st_size : 0;
-}
-
 int WholeNumber(float value) {
   if (std::isnan(value)) { return 0; }
   constexpr float kMost = 2147483520.0F;  // the largest float that an int holds
@@ -87,42 +75,6 @@ void CopyNumbers(const FieldRecord& record, float (&to)[N]) {
 template <std::size_t N>
 void CopyText(const std::string& text, char (&to)[N]) {
   std::snprintf(to, N, "%s", text.c_str());
-}
-
-std::string DirectoryOf(const std::string& path) {
-  const std::size_t at = path.find_last_of("/\\");
-  return at == std::string::npos ? std::string() : path.substr(0, at + 1);
-}
-
-/// `pattern` with its one whole-number conversion replaced by `number`; false for any other use
-/// of "%". Flags and widths up to two digits are followed, so that slices sort.
-bool Expand(const std::string& pattern, int number, std::string& name) {
-  const std::size_t percent = pattern.find('%');
-  std::size_t end = percent + 1;
-  while (end < pattern.size() && std::strchr("0-+ #123456789", pattern[end]) != nullptr &&
-         end - percent <= 4) {
-    ++end;
-  }
-  const bool converts = end < pattern.size() && std::strchr("diu", pattern[end]) != nullptr;
-  if (!converts || pattern.find('%', end) != std::string::npos) { return false; }
-  std::string flags;
-  int width = 0;
-  for (std::size_t i = percent + 1; i < end; ++i) {
-    if (std::isdigit(static_cast<unsigned char>(pattern[i])) != 0 &&
-        (pattern[i] != '0' || width > 0)) {
-      width = width * 10 + (pattern[i] - '0');
-    } else {
-      flags += pattern[i];
-    }
-  }
-  std::string digits = std::to_string(number);
-  const bool left = flags.find('-') != std::string::npos;
-  const char fill = !left && flags.find('0') != std::string::npos ? '0' : ' ';
-  while (static_cast<int>(digits.size()) < std::min(width, 99)) {
-    digits = left ? digits + " " : fill + digits;
-  }
-  name = pattern.substr(0, percent) + digits + pattern.substr(end + 1);
-  return true;
 }
 
 }  // namespace
@@ -149,19 +101,6 @@ int MET_ModalityFromText(const std::string& text) {
   return 0;
 }
 
-void* MI_Alloc(int type, std::int64_t count) {
-  const std::int64_t bytes = std::max<std::int64_t>(MET_Bytes(type), 0);
-  void* array = nullptr;
-  if (count >= 0 && (bytes == 0 || count <= std::numeric_limits<std::int64_t>::max() / bytes)) {
-    array = std::calloc(static_cast<std::size_t>(std::max<std::int64_t>(count * bytes, 1)), 1);
-  }
-  if (array == nullptr) {
-    std::cout << "ERROR: MI_Alloc(" << MET_TypeText(type) << ", " << count << ") returned NULL"
-              << std::endl;
-  }
-  return array;
-}
-
 void MetaImage::Clear() {
   if (fileOpen != 0) { std::fclose(stream); }
   if (writeOpen != 0) { std::fclose(writeStream); }
@@ -175,6 +114,7 @@ void MetaImage::Clear() {
   data = nullptr;
   headerAllocated = 0;
   dataAllocated = 0;
+  allocated = 0;
 }
 
 void MetaImage::Reset() {
@@ -189,8 +129,19 @@ void MetaImage::Reset() {
   modality = 0;
   elementNBits = 0;
   elementMsb = 0;
+  minValue = 0.0F;
+  maxValue = 0.0F;
   std::fill(std::begin(dimSize), std::end(dimSize), 0);
   std::fill(std::begin(subQuantity), std::end(subQuantity), 0);
+  const auto clear = [](auto& numbers) {
+    std::fill(std::begin(numbers), std::end(numbers), 0.0F);
+  };
+  clear(imagePosition);
+  clear(imageOrientation);
+  clear(patientPosition);
+  clear(sequenceId);
+  clear(elementSize);
+  clear(elementSpacing);
 }
 
 bool MetaImage::Fail(const std::string& shown, const std::string& kept) {
@@ -224,11 +175,12 @@ bool MetaImage::Read(const char* path, bool readElements) {
 }
 
 bool MetaImage::TakeSizes(const std::vector<FieldRecord>& records) {
-  nDims = WholeNumber(FirstNumber(records[kNDims]));
-  if (nDims < 0 || nDims > kMaxDims) {
+  const int dimensions = WholeNumber(FirstNumber(records[kNDims]));
+  if (dimensions < 0 || dimensions > kMaxDims) {
     const std::string text = "Error: NDims must lie between 0 and 10";
     return Fail(text, text);
   }
+  nDims = dimensions;
   std::int64_t product = 1;
   for (int i = 0; i < nDims; ++i) {
     const auto& sizes = records[kDimSize].numbers;
@@ -270,116 +222,6 @@ bool MetaImage::TakeFields(const std::vector<FieldRecord>& records) {
   if (records[kMsb].defined && msb.empty()) { elementMsb = 1; }
   CopyText(records[kDataFile].text, elementDataFile);
   return true;
-}
-
-std::int64_t MetaImage::BytesThatFilesHold() const {
-  if (std::strcmp(elementDataFile, "LOCAL") == 0) {
-    struct stat status {};
-    return fstat(fileno(stream), &status) == 0 ? status.st_size : 0;
-  }
-  const std::string name = elementDataFile;
-  if (name.find('%') != std::string::npos) {
-    return std::numeric_limits<std::int64_t>::max();  // slices are checked one by one
-  }
-  return SizeOf(DirectoryOf(name).empty() ? headerDir + name : name);
-}
-
-bool MetaImage::ReadElements() {
-  // No more memory than the files can fill, whatever the header claims.
-  const std::int64_t wanted = std::int64_t{quantity} * elementBytes;
-  const bool pattern = std::strchr(elementDataFile, '%') != nullptr;
-  constexpr std::int64_t kMostForPattern = std::int64_t{1} << 31;
-  const bool fits = pattern ? wanted <= kMostForPattern : true;
-  const std::int64_t held = BytesThatFilesHold();
-  const bool whole = pattern || elementBytes == 0 || wanted <= held;
-  const std::int64_t elements = whole ? quantity : held / elementBytes + 1;
-  data = fits ? MI_Alloc(elementType, elements) : nullptr;
-  if (data == nullptr) {
-    const std::string text = "Error: Cannot allocate memory for image data";
-    return Fail(text, text);
-  }
-  dataAllocated = 1;
-  allocated = elements;
-  bool read = false;
-  if (std::strcmp(elementDataFile, "LOCAL") == 0) {
-    ReadData(data, elements, quantity, stream);
-    read = true;
-  } else {
-    const std::string own = elementDataFile;
-    const std::string name = DirectoryOf(own).empty() ? headerDir + own : own;
-    read = pattern ? ReadPattern(name) : ReadOneFile(name, 0, elements, quantity);
-  }
-  if (read) { FixByteOrder(); }
-  return read;
-}
-
-bool MetaImage::ReadPattern(const std::string& pattern) {
-  std::string name;
-  if (nDims < 1 || !Expand(pattern, 0, name)) {
-    const std::string text = "Error: the element data file needs one whole number: ";
-    return Fail(text + pattern, text + pattern);
-  }
-  const int start = OpenFile(name) ? 0 : 1;
-  const int slices = dimSize[nDims - 1];
-  const std::int64_t each = nDims > 1 ? std::int64_t{dimSize[0]} * dimSize[1] : dimSize[0];
-  for (int i = 0; i < slices; ++i) {
-    if (each * (i + 1) > quantity) { break; }
-    Expand(pattern, start + i, name);
-    if (!ReadOneFile(name, static_cast<std::size_t>(each * i * elementBytes), each, each)) {
-      return false;
-    }
-  }
-  return true;
-}
-
-bool MetaImage::ReadOneFile(const std::string& name, std::size_t at, std::int64_t elements,
-                            std::int64_t wanted) {
-  const File file = OpenFile(name);
-  if (!file) {
-    return Fail("Error: Cannot open element data file: _" + name + "_",
-                "Error: cannot open element data file: " + name);
-  }
-  // ON PURPOSE: a short file leaves its words and goes on.
-  ReadData(static_cast<char*>(data) + at, elements, wanted, file.get());
-  return true;
-}
-
-void MetaImage::ReadData(void* buffer, std::int64_t room, std::int64_t wanted, std::FILE* file) {
-  if (headerSize > 0) {
-    std::int64_t skipped = 0;
-    char chunk[4096];
-    while (skipped < headerSize) {
-      const auto most = std::min<std::int64_t>(headerSize - skipped, sizeof chunk);
-      const std::size_t got = std::fread(chunk, 1, static_cast<std::size_t>(most), file);
-      skipped += static_cast<std::int64_t>(got);
-      if (static_cast<std::int64_t>(got) < most) { break; }
-    }
-    if (skipped < headerSize) {
-      const std::string read = "Error: read header " + std::to_string(skipped);
-      Fail(read + " but expecting " + std::to_string(headerSize),
-           read + " but expected " + std::to_string(headerSize));
-      return;
-    }
-  }
-  const std::size_t got = elementBytes > 0
-                              ? std::fread(buffer, static_cast<std::size_t>(elementBytes),
-                                           static_cast<std::size_t>(room), file)
-                              : 0;
-  if (static_cast<std::int64_t>(got) == wanted) { return; }
-  const std::string read = "Error: read " + std::to_string(got);
-  Fail(read + " but expecting " + std::to_string(wanted),
-       read + " but expected " + std::to_string(wanted));
-}
-
-void MetaImage::FixByteOrder() {
-  if (elementMsb == 0) { return; }
-  auto* bytes = static_cast<std::uint8_t*>(data);
-  const std::int64_t total = std::min(std::int64_t{quantity}, allocated) * elementBytes;
-  if (elementBytes == 2 || elementBytes == 4) {
-    // ON PURPOSE: of four bytes the two halves stay in place.
-    for (std::int64_t i = 0; i + 1 < total; i += 2) { std::swap(bytes[i], bytes[i + 1]); }
-  }
-  elementMsb = 0;
 }
 
 bool FillFieldsFromMetaImage(const char* path, RawFields& fields) {

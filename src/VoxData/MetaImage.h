@@ -40,7 +40,7 @@ public:
   std::int32_t subQuantity[kMaxDims] = {};
   std::int32_t elementType = MET_OTHER;
   std::int32_t elementBytes = 0;
-  void* data = nullptr;  ///< quantity elements
+  void* data = nullptr;  ///< Elements() elements
   std::int32_t headerSize = 0;
   void* headerBuffer = nullptr;
   std::uint8_t headerAllocated = 0;
@@ -68,6 +68,8 @@ public:
   /// stand in errorText and on standard output. The file has to be writable.
   bool Read(const char* path, bool readElements);
   const char* Error() const { return errorText[0] != '\0' ? errorText : nullptr; }
+  /// Elements in `data`: `quantity`, or fewer where the files hold fewer.
+  std::int64_t Elements() const { return allocated; }
   int DimSize(int i) const { return i >= 0 && i < nDims && i < kMaxDims ? dimSize[i] : 0; }
   float ElementSize(int i) const { return i >= 0 && i < kMaxDims ? elementSize[i] : 0.0F; }
   int ElementType(int newType = 0) {
@@ -81,18 +83,23 @@ private:
   bool TakeFields(const std::vector<FieldRecord>& records);
   bool TakeSizes(const std::vector<FieldRecord>& records);
   bool ReadElements();
-  bool ReadPattern(const std::string& pattern);
-  bool ReadOneFile(const std::string& name, std::size_t at, std::int64_t elements,
-                   std::int64_t wanted);
-  /// `room` elements fit the buffer; `wanted` are those that the words speak of.
-  void ReadData(void* buffer, std::int64_t room, std::int64_t wanted, std::FILE* file);
+  bool ReadLocal();
+  bool ReadDataFile(const std::string& name);
+  bool ReadSlices(const std::string& folder, const std::string& name);
+  bool ReadOneFile(const std::string& name, std::int64_t first, std::int64_t count);
+  /// Elements `first` to `first + count - 1`, behind the header bytes of `file`.
+  void ReadData(std::int64_t first, std::int64_t count, std::FILE* file);
   void FixByteOrder();
-  std::int64_t BytesThatFilesHold() const;
+  /// How many elements that many bytes of a file hold, its header bytes among them.
+  std::int64_t ElementsIn(std::int64_t bytes) const;
+  /// Room for what the files hold, whatever the header claims, but no more than `quantity`.
+  bool Allocate(std::int64_t held);
 
   std::int64_t allocated = 0;  ///< elements that `data` has room for
 };
 
-/// Zeroed array of `count` elements of a type; null, with a line on standard output, without memory.
+/// Zeroed array of `count` elements of a type; null, with a line on standard output, where
+/// the memory of the machine does not hold it.
 void* MI_Alloc(int type, std::int64_t count);
 /// Size of one element; 0 for a type that has none.
 int MET_Bytes(int type);
