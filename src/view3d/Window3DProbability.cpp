@@ -47,6 +47,7 @@ void Window3D::ComputeProbabilityMap() {
   redraw();
   ShowMessageNow(*ui, "Computing point...");
   BuildSurface(&picture, 1);
+  redraw();  // the events before it have drawn the view without the new surface
   ui->updateColorButton->deactivate();
   ShowLegend(*ui, 0, {"High Probability", "", "", "", "Low Probability"});
   ui->HideProgress();

@@ -271,6 +271,24 @@ TEST_F(View3DTest, NoGlErrorIsLeft) {
 
 class EmptyView3DTest : public Interface {};
 
+TEST_F(EmptyView3DTest, EveryMeasureOnVolumesLeavesItsPictureToBeDrawn) {
+  LoadGoldenStudy("study_100_general");
+  Ui().userCount = 2;
+  Ui().slicesPerUser = 1;
+  SetLabel(1);
+  for (Fl_Button* button :
+       {Ui().overlayResult3DButton, Ui().danielsson3DButton, Ui().haussdorf3DButton,
+        Ui().surfaceDistanceButton, Ui().probabilityButton}) {
+    Settle();
+    ASSERT_EQ(Ui().window3D->damage(), 0);
+
+    button->do_callback();
+
+    EXPECT_NE(Ui().window3D->damage(), 0) << button->label();
+  }
+  EXPECT_TRUE(alerts.empty()) << alerts.front();
+}
+
 TEST_F(EmptyView3DTest, AClickInCrosshairModeWithoutAnImageDoesNothing) {
   Click(Ui().crosshairToolButton);
   ClickAt(Ui().window3D, 100, 100);
