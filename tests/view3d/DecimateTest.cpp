@@ -148,6 +148,27 @@ TEST(Decimate, LargerErrorsAndMoreRoundsThinFurther) {
   EXPECT_GT(once, grown);
 }
 
+TEST(Decimate, WhatIsLeftCannotBeThinnedFurther) {
+  // A vertex that has to stay may go when a neighbour is gone: all of them are looked at again.
+  for (const Data& mesh : {meshes::Sphere(40), meshes::Box(12), meshes::Plane(12),
+                           meshes::Smoothed(meshes::Sphere(40)), meshes::Noise(14)}) {
+    for (const double aspect : {3.0, 20.0, 1000.0}) {
+      Decimate decimate;
+      decimate.SetTargetReduction(1.0);
+      decimate.SetAspectRatio(aspect);
+      decimate.SetInitialError(0.002);
+      decimate.SetErrorIncrement(0.0);
+      decimate.SetMaximumIterations(1000);
+      const Data thinned = decimate.Run(mesh);
+      decimate.SetInitialError(0.002 * meshes::LongestSide(mesh) / meshes::LongestSide(thinned));
+
+      const Data again = decimate.Run(thinned);
+
+      EXPECT_EQ(again->GetNumberOfPolys(), thinned->GetNumberOfPolys()) << aspect;
+    }
+  }
+}
+
 TEST(Decimate, NoTriangleBeyondTheAspectRatioIsMade) {
   const Data sphere = meshes::Sphere(40);
   const auto before = meshes::TrianglesOf(sphere);

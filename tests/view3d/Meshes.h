@@ -148,6 +148,13 @@ inline Corner NormalOf(vtkPolyData* data, vtkIdType i) {
   return n;
 }
 
+/// The longest side of the bounds, which errors are shares of.
+inline double LongestSide(vtkPolyData* data) {
+  double b[6];
+  data->GetBounds(b);
+  return std::max({b[1] - b[0], b[3] - b[2], b[5] - b[4]});
+}
+
 inline bool HasPoint(vtkPolyData* data, const Corner& point) {
   for (vtkIdType i = 0; i < data->GetNumberOfPoints(); ++i) {
     if (PointOf(data, i) == point) { return true; }
