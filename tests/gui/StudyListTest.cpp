@@ -2,6 +2,7 @@
 #include "VoxData/ImageLoader.h"
 #include "VoxData/VoxData.h"
 #include "tests/support/Interface.h"
+#include "tests/support/PanelWatch.h"
 #include "tests/support/SmallStudy.h"
 #include "ui/Fields.h"
 
@@ -24,28 +25,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 namespace fs = std::filesystem;
-
-/// What the progress panel shows whenever events are handled, each state once.
-class PanelWatch {
-public:
-  std::vector<std::pair<std::string, int>> states;  ///< text and width of the bar
-
-  explicit PanelWatch(const MainUI& shown) : ui(shown) { Fl::add_check(Look, this); }
-  PanelWatch(const PanelWatch&) = delete;
-  PanelWatch& operator=(const PanelWatch&) = delete;
-  ~PanelWatch() { Fl::remove_check(Look, this); }
-
-private:
-  static void Look(void* data) {
-    auto& self = *static_cast<PanelWatch*>(data);
-    if (!self.ui.progressPanel->visible()) { return; }
-    const std::pair<std::string, int> now = {self.ui.progressText->value(),
-                                             self.ui.progressBar->w()};
-    if (self.states.empty() || self.states.back() != now) { self.states.push_back(now); }
-  }
-
-  const MainUI& ui;
-};
 
 class StudyListTest : public Interface {
 protected:
