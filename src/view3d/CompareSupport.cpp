@@ -15,6 +15,7 @@
 
 #include <cstdio>
 #include <iostream>
+#include <set>
 
 namespace {
 
@@ -26,6 +27,14 @@ void AppendLine(Fl_Output* column, float value) {
   std::snprintf(line, sizeof line, "%f\n", static_cast<double>(value));
   const std::string text = std::string(column->value()) + line;
   if (text.size() <= kColumnText) { column->value(text.c_str()); }
+}
+
+void WarnOfMissingLabels(const MainUI& ui, const std::vector<measure::SlotPair>& pairs) {
+  std::set<int> slots;
+  for (const auto& [first, second] : pairs) { slots.insert({first, second}); }
+  for (const int slot : slots) {
+    WarnIfLabelMissing(ui, *ui.images[slot], EntryText(ui.compareImage1Choice, slot));
+  }
 }
 
 }  // namespace
@@ -42,6 +51,7 @@ std::optional<std::vector<measure::SlotPair>> TakeQueue(const MainUI& ui) {
     }
     pairs.emplace_back(ui.comparePairs[row][0], ui.comparePairs[row][1]);
   }
+  WarnOfMissingLabels(ui, pairs);
   return pairs;
 }
 

@@ -13,6 +13,7 @@
 class MainUI;
 
 /// The queued pairs, where every one can be measured; else says why not.
+/// Report: a line on the error stream for each image that the label does not occur in.
 std::optional<std::vector<measure::SlotPair>> TakeQueue(const MainUI& ui);
 
 /// One word and numbers of the console, without a blank between them.
