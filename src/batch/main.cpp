@@ -23,9 +23,11 @@ constexpr char kUsage[] =
     "  LIST     script list file (.tlx)\n"
     "  LABEL    0 to 255\n"
     "  TABLE    file that a spreadsheet opens; \".xls\" is added where it is missing\n"
-    "  MEASURE  --overlay, --haussdorf, --surface-dist; all three when none is named\n";
+    "  MEASURE  --overlay, --haussdorf, --surface-dist; all three when none is named\n"
+    "  --help   shows this text\n";
 
 struct Options {
+  bool help = false;
   measure::CompareColumns columns;
   std::string list;
   int label = 0;
@@ -56,6 +58,9 @@ Options OptionsOf(const std::vector<std::string>& arguments) {
       options.columns.haussdorf = true;
     } else if (argument == "--surface-dist") {
       options.columns.surface = true;
+    } else if (argument == "--help") {
+      options.help = true;
+      return options;
     } else if (argument.rfind("--", 0) == 0) {
       throw Failure("Unknown option " + argument + "\n" + kUsage);
     } else {
@@ -81,8 +86,13 @@ struct Images {
 
 void AddEntry(const std::string& path, std::vector<std::string>& entries) {
   const std::string name = path.substr(path.rfind('/') + 1).substr(0, kMaxEntryLabel);
-  // Two files of one name share an entry.
-  if (std::find(entries.begin(), entries.end(), name) == entries.end()) { entries.push_back(name); }
+  if (std::find(entries.begin(), entries.end(), name) == entries.end()) {
+    entries.push_back(name);
+    return;
+  }
+  // Two files of one name share an entry, as in the window.
+  std::cerr << "Two files share the name " << name
+            << "; the names behind it no longer match their images." << std::endl;
 }
 
 Images LoadImages(const std::string& path) {
@@ -177,8 +187,21 @@ private:
   bool written = true;
 };
 
+void WarnOfMissingLabel(const Images& images, int label) {
+  for (std::size_t slot = 0; slot < images.entries.size(); ++slot) {
+    if (images.slots[slot]->labelPresent[label] == 1) { continue; }
+    std::cerr << "Label " << label << " does not occur in " << images.entries[slot]
+              << ": what is written of it is no measurement." << std::endl;
+  }
+}
+
 int Run(const Options& options) {
+  if (options.help) {
+    std::cout << kUsage;
+    return EXIT_SUCCESS;
+  }
   const Images images = LoadImages(options.list);
+  WarnOfMissingLabel(images, options.label);
   std::vector<measure::SlotPair> pairs;
   const int count = static_cast<int>(images.entries.size());
   for (int i = 0; i < count; ++i) {
