@@ -7,6 +7,7 @@
 #include "view3d/volumemeasures/Shell.h"
 
 #include <FL/Fl_Box.H>
+#include <FL/Fl_Button.H>
 #include <FL/Fl_Group.H>
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
@@ -92,6 +93,7 @@ struct PutAside::Contents {
   double range;
   int barWidth;
   bool panelVisible;
+  bool canUpdateColours;
   std::string message;
 
   explicit Contents(MainUI& owner) : ui(owner) {
@@ -111,6 +113,7 @@ struct PutAside::Contents {
     range = ui.progressRange->maximum();
     barWidth = ui.progressBar->w();
     panelVisible = ui.progressPanel->visible() != 0;
+    canUpdateColours = ui.updateColorButton->active() != 0;
     message = ui.progressText->value();
     if (view.workState->altered != nullptr) { view.workState->altered->Suspend(); }
     // Nothing below can fail: what was taken is given back.
@@ -158,6 +161,12 @@ struct PutAside::Contents {
     bar.resize(bar.x(), bar.y(), barWidth, bar.h());
     ui.progressText->value(message.c_str());
     if (panelVisible) { ui.progressPanel->show(); }
+    // The vectors that "Update Color" takes its colours from are those of before again.
+    if (canUpdateColours) {
+      ui.updateColorButton->activate();
+    } else {
+      ui.updateColorButton->deactivate();
+    }
   }
 };
 

@@ -14,10 +14,6 @@
 class MainUI;
 class Progress;
 
-namespace measure {
-enum class ShellRule;
-}
-
 class Window3D : public Fl_Gl_Window {
 public:
   MainUI* ui = nullptr;
@@ -108,10 +104,8 @@ public:
   std::unique_ptr<Work> workState;
 
 private:
-  /// Runs the transform on the surface shell of an image, which is whole again afterwards. The
-  /// two messages may be null.
-  void TransformShell(VoxData& image, int index, measure::ShellRule rule, const char* searching,
-                      const char* transforming);
+  /// Runs the transform on the surface shell of an image, which is whole again afterwards.
+  void TransformShell(int index, int label);
   /// Runs the transform on an image that has been checked.
   void RunTransform(int imageIndex, int label, Progress& progress);
   class PairRun;                   ///< the study of a run over the queued pairs

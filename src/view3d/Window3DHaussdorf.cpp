@@ -18,7 +18,7 @@ void Window3D::ComputeHaussdorf3D() {
   WarnIfLabelMissing(*ui, *pair.image1, "Image 1");
   WarnIfLabelMissing(*ui, *pair.image2, "Image 2");
   VoxData& picture = *ui->displayVolume1;
-  const int label = ui->currentLabel;
+  const int label = ui->currentLabel;  // another one may be chosen while events are handled
 
   SetupView();
   ClearAllSurfaces();
@@ -31,12 +31,12 @@ void Window3D::ComputeHaussdorf3D() {
   const LabelVolume a = pair.image1->Labels();
   const LabelVolume b = pair.image2->Labels();
   PanelProgress progress(*ui);
-  ComputeDanielsson3D(pair.index1);
+  RunTransform(pair.index1, label, progress);
   // ON PURPOSE: the message stands during the pass whose result is shown under "B->A: :", and
   // that pass leaves out the first and the last plane.
   ui->ShowProgressMessage("Computing Haussdorf distance A->B");
   const float maxBtoA = measure::LargestDistance(b, label, Field(), 1, dimX - 2, progress);
-  ComputeDanielsson3D(pair.index2);
+  RunTransform(pair.index2, label, progress);
   ui->ShowProgressMessage("Computing Haussdorf distance B->A");
   const measure::FarVoxel far = measure::FindFarVoxel(a, label, Field(), progress);
   ShowMessageNow(*ui, "Computing display points");

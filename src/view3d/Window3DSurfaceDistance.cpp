@@ -52,18 +52,19 @@ void WriteDistances(const MainUI& ui, const measure::SurfaceDistance& distance) 
 
 }  // namespace
 
-void Window3D::TransformShell(VoxData& image, int index, measure::ShellRule rule,
-                              const char* searching, const char* transforming) {
+void Window3D::TransformShell(int index, int label) {
+  VoxData& image = *ui->images[index];
   PanelProgress progress(*ui);
   // No event is handled until the copy is whole and known: another measure would write over it.
   Progress silent;
   measure::SaveLabels(image.Labels(), savedLabels, silent);
   AlteredLabels altered(*this, image);
   for (int x = 0; x < image.GetDimX(); ++x) { progress.Step(); }
-  if (searching != nullptr) { ui->ShowProgressMessage(searching); }
-  measure::ReduceToShell(savedLabels, ui->currentLabel, rule, image.EditableLabels(), progress);
-  if (transforming != nullptr) { ui->ShowProgressMessage(transforming); }
-  ComputeDanielsson3D(index);
+  ui->ShowProgressMessage("Finding surface...");
+  measure::ReduceToShell(savedLabels, label, measure::ShellRule::OtherValue, image.EditableLabels(),
+                         progress);
+  ui->ShowProgressMessage("Starting Danielsson 3D...");
+  RunTransform(index, label, progress);
   std::cout << "Display Danielsson 3D" << std::endl;
   measure::RestoreLabels(savedLabels, image.EditableLabels(), progress);
   altered.Restored();
@@ -77,7 +78,7 @@ void Window3D::ComputeSurfaceDistance() {
   WarnIfLabelMissing(*ui, *pair.image1, "Image 1");
   WarnIfLabelMissing(*ui, *pair.image2, "Image 2");
   VoxData& picture = *ui->displayVolume1;
-  const int label = ui->currentLabel;
+  const int label = ui->currentLabel;  // another one may be chosen while events are handled
 
   SetupView();
   ClearAllSurfaces();
@@ -85,8 +86,7 @@ void Window3D::ComputeSurfaceDistance() {
   surfaces[0].ClearSurfaces();
   TakeWorkingSizes(*this, SliderImage(*ui));
   StartRun(*ui, 2 * dimZ + 6 * dimX - 5, "Start computing surface distance...");
-  TransformShell(*pair.image1, pair.index1, measure::ShellRule::OtherValue, "Finding surface...",
-                 "Starting Danielsson 3D...");
+  TransformShell(pair.index1, label);
 
   std::cout << "computing...." << std::endl;
   ui->ShowProgressMessage("Computing distances along the surface...");
