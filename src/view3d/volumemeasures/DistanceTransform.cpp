@@ -1,6 +1,11 @@
 #include "view3d/volumemeasures/DistanceTransform.h"
 
+#include "view3d/volumemeasures/DistancePlane.h"
+#include "view3d/volumemeasures/VoxelBlocks.h"
+
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace measure {
 
@@ -8,130 +13,161 @@ namespace {
 
 constexpr int kStartFactor = 4;  // start distance in voxels, times the longest axis
 
-/// Squared length in double, in the one order that all paths share.
-double Squared(float x, float y, float z) {
-  const double dx = x;
-  const double dy = y;
-  const double dz = z;
-  return (dx * dx + dy * dy) + dz * dz;
+PlaneSweeps SweepsOf(InstructionSet set) {
+  switch (set) {
+  case InstructionSet::Sse2: return Sse2Sweeps();
+  case InstructionSet::Avx2: return Avx2Sweeps();
+  case InstructionSet::Avx512: return Avx512Sweeps();
+  default: return PlainSweeps();
+  }
 }
 
-class Sweep {
-public:
-  Sweep(const DistanceField& arrays, const VoxelSize& voxel) : field(arrays), size(voxel) {}
+bool ProcessorHas(InstructionSet set) {
+#if defined(__x86_64__) || defined(__i386__)
+  switch (set) {
+  case InstructionSet::Plain: return true;
+  case InstructionSet::Sse2: return __builtin_cpu_supports("sse2") != 0;
+  case InstructionSet::Avx2: return __builtin_cpu_supports("avx2") != 0;
+  case InstructionSet::Avx512:
+    return __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512dq") != 0;
+  }
+#endif
+  return set == InstructionSet::Plain;
+}
 
-  /// From the neighbouring plane: five tries at each voxel.
-  void FromPlane(int z, int source, float dz) const {
-    for (int y = 0; y < field.dimY; ++y) {
-      for (int x = 0; x < field.dimX; ++x) {
-        Target target = At(x, y, z);
-        Try(target, field.Index(x, y, source), 0.0F, 0.0F, dz);
-        if (y > 0) { Try(target, field.Index(x, y - 1, source), 0.0F, -size.y, dz); }
-        if (y < field.dimY - 1) { Try(target, field.Index(x, y + 1, source), 0.0F, size.y, dz); }
-        if (x > 0) { Try(target, field.Index(x - 1, y, source), -size.x, 0.0F, dz); }
-        if (x < field.dimX - 1) { Try(target, field.Index(x + 1, y, source), size.x, 0.0F, dz); }
-      }
+/// Whether all squared lengths are exact in 32-bit floats: where every component is a multiple of
+/// one power of two, and the longest vector that is tried squares to at most 2^24 of its squares.
+bool SquaresAreWhole(const VoxelSize& size, int far) {
+  constexpr double kWholeFloats = 16777216.0;
+  const double sides[] = {size.x, size.y, size.z};
+  const double largest = std::max({std::abs(sides[0]), std::abs(sides[1]), std::abs(sides[2])});
+  for (double unit = kStartFactor;; unit /= 2.0) {
+    const double longest = (far + largest) / unit;
+    // Not-a-number fails here too.
+    if (!(3.0 * longest * longest <= kWholeFloats)) { return false; }
+    const auto isMultiple = [&](double side) {
+      return std::fmod(side, unit) == 0.0;
+    };
+    if (std::all_of(std::begin(sides), std::end(sides), isMultiple)) { return true; }
+  }
+}
+
+/// A slab of the mask: labels lie along z, the mask along x.
+void FillSlab(const DistanceField& field, const SlabPlace& at, const Slab& turned) {
+  for (int z = 0; z < at.countZ; ++z) {
+    std::int32_t* to = field.mask + field.Index(at.x, at.y, at.z + z);
+    for (int i = 0; i < at.BlocksX(); ++i) {
+      const Bytes row = turned.blocks[i][z / kBlock].rows[z % kBlock] & AllBytes(1);
+      std::int32_t ones[kBlock];
+      for (int k = 0; k < kBlock; ++k) { ones[k] = row[k]; }
+      const int count = std::min(at.countX - i * kBlock, kBlock);
+      std::memcpy(to + i * kBlock, ones, static_cast<std::size_t>(count) * sizeof(std::int32_t));
+    }
+  }
+}
+
+void FillMask(const LabelVolume& image, int label, const DistanceField& field, Progress& progress) {
+  const LabelTest test(label);
+  Slab slab;
+  const auto fill = [&](const SlabPlace& at) {
+    slab.LoadMask(image, test, at);
+    slab.Turn(at);
+    FillSlab(field, at, slab);
+  };
+  ForEachSlab(image, 0, image.dimX - 1, fill, [&](int planes) {
+    for (int step = 0; step < planes; ++step) { progress.Step(); }
+  });
+}
+
+/// The two scans along z. Two planes of vectors with room round them are all the work memory.
+class Scans {
+public:
+  Scans(const VoxelSize& size, const DistanceField& arrays, InstructionSet set)
+      : field(arrays), stride(kRowPad + (field.dimX + kRowPad - 1) / kRowPad * kRowPad) {
+    const int far = kStartFactor * std::max({field.dimX, field.dimY, field.dimZ});
+    const bool whole = SquaresAreWhole(size, far);
+    const PlaneSweeps sweeps = SweepsOf(set);
+    sweep = whole ? sweeps.whole : sweeps.real;
+    steps = {size.x, size.y, size.z, static_cast<float>(far)};
+    const auto rowLength = static_cast<std::size_t>(stride);
+    for (std::vector<float>& plane : planes) {
+      plane.resize(rowLength * 3 * static_cast<std::size_t>(field.dimY) + kRowPad);
+    }
+    const std::size_t lengths = rowLength * kLengthRows + kRowPad;
+    if (whole) {
+      floatLengths.assign(lengths, std::numeric_limits<float>::infinity());
+    } else {
+      doubleLengths.assign(lengths, std::numeric_limits<double>::infinity());
     }
   }
 
-  void DownPlane(int z) const {
-    for (int y = 1; y < field.dimY; ++y) { OnRow(y, y - 1, -size.y, z); }
-  }
-  void UpPlane(int z) const {
-    for (int y = field.dimY - 2; y >= 0; --y) { OnRow(y, y + 1, size.y, z); }
-  }
+  void Start() { SweepPlane(0, nullptr, false); }
+  void Forward(int z) { SweepPlane(z, planes[1].data(), false); }
+  void Backward(int z) { SweepPlane(z, planes[1].data(), true); }
 
 private:
-  struct Target {
-    std::size_t index;
-    double squared;
-  };
-
-  Target At(int x, int y, int z) const {
-    const std::size_t i = field.Index(x, y, z);
-    return {i, Squared(field.x[i], field.y[i], field.z[i])};
-  }
-
-  void Try(Target& target, std::size_t from, float dx, float dy, float dz) const {
-    const float x = field.x[from] + dx;
-    const float y = field.y[from] + dy;
-    const float z = field.z[from] + dz;
-    const double squared = Squared(x, y, z);
-    if (squared < target.squared) {
-      field.x[target.index] = x;
-      field.y[target.index] = y;
-      field.z[target.index] = z;
-      target.squared = squared;
-    }
-  }
-
-  void OnRow(int y, int source, float dy, int z) const {
-    for (int x = 0; x < field.dimX; ++x) {
-      Target target = At(x, y, z);
-      Try(target, field.Index(x, source, z), 0.0F, dy, 0.0F);
-      if (x > 0) { Try(target, field.Index(x - 1, source, z), -size.x, dy, 0.0F); }
-      if (x < field.dimX - 1) { Try(target, field.Index(x + 1, source, z), size.x, dy, 0.0F); }
-    }
-    for (int x = 1; x < field.dimX; ++x) {
-      Target target = At(x, y, z);
-      Try(target, target.index - 1, -size.x, 0.0F, 0.0F);
-    }
-    for (int x = field.dimX - 2; x >= 0; --x) {
-      Target target = At(x, y, z);
-      Try(target, target.index + 1, size.x, 0.0F, 0.0F);
-    }
+  void SweepPlane(int z, const float* source, bool backward) {
+    const std::size_t first = field.Index(0, 0, z);
+    PlaneJob job{};
+    job.steps = steps;
+    job.dimX = field.dimX;
+    job.dimY = field.dimY;
+    job.stride = stride;
+    job.source = source;
+    job.target = planes[0].data();
+    job.lengths = doubleLengths.empty() ? static_cast<void*>(floatLengths.data())
+                                        : static_cast<void*>(doubleLengths.data());
+    job.backward = backward;
+    job.mask = field.mask + first;
+    job.x = field.x + first;
+    job.y = field.y + first;
+    job.z = field.z + first;
+    sweep(job);
+    planes[0].swap(planes[1]);
   }
 
   const DistanceField& field;
-  const VoxelSize& size;
+  int stride;
+  SweepSteps steps{};
+  void (*sweep)(const PlaneJob&) = nullptr;
+  std::vector<float> planes[2];  // the one to be swept, and the one swept last
+  std::vector<float> floatLengths;
+  std::vector<double> doubleLengths;
 };
-
-void FillMask(const LabelVolume& image, int label, const DistanceField& field, Progress& progress) {
-  for (int x = 0; x < field.dimX; ++x) {
-    for (int y = 0; y < field.dimY; ++y) {
-      for (int z = 0; z < field.dimZ; ++z) {
-        field.mask[field.Index(x, y, z)] = image.Bears(label, x, y, z) ? 1 : 0;
-      }
-    }
-    progress.Step();
-  }
-}
-
-void StartVectors(const DistanceField& field) {
-  const auto far =
-      static_cast<float>(kStartFactor * std::max({field.dimX, field.dimY, field.dimZ}));
-  const std::size_t count = static_cast<std::size_t>(field.dimX) *
-                            static_cast<std::size_t>(field.dimY) *
-                            static_cast<std::size_t>(field.dimZ);
-  for (std::size_t i = 0; i < count; ++i) {
-    const float start = field.mask[i] != 0 ? 0.0F : far;
-    field.x[i] = start;
-    field.y[i] = start;
-    field.z[i] = start;
-  }
-}
 
 }  // namespace
 
+std::vector<InstructionSet> SupportedInstructionSets() {
+  std::vector<InstructionSet> sets;
+  for (const InstructionSet set : {InstructionSet::Plain, InstructionSet::Sse2,
+                                   InstructionSet::Avx2, InstructionSet::Avx512}) {
+    if (ProcessorHas(set) && SweepsOf(set).real != nullptr) { sets.push_back(set); }
+  }
+  return sets;
+}
+
 void ComputeDistanceTransform(const LabelVolume& image, int label, const VoxelSize& size,
                               const DistanceField& field, Progress& progress) {
+  const InstructionSet fastest = SupportedInstructionSets().back();
+  ComputeDistanceTransformOn(fastest, image, label, size, field, progress);
+}
+
+void ComputeDistanceTransformOn(InstructionSet set, const LabelVolume& image, int label,
+                                const VoxelSize& size, const DistanceField& field,
+                                Progress& progress) {
   FillMask(image, label, field, progress);
-  StartVectors(field);
-  const Sweep sweep(field, size);
+  Scans scans(size, field, set);
+  if (field.dimZ > 0) { scans.Start(); }
   progress.Print("starting forward scan");
   progress.ShowMessage("Starting forward scan");
   for (int z = 1; z < field.dimZ; ++z) {
     progress.Step();
-    sweep.FromPlane(z, z - 1, -size.z);
-    sweep.DownPlane(z);
-    sweep.UpPlane(z);
+    scans.Forward(z);
   }
   progress.Print("starting backward scan");
   for (int z = field.dimZ - 2; z >= 0; --z) {
     progress.Step();
-    sweep.FromPlane(z, z + 1, size.z);
-    sweep.DownPlane(z);
-    sweep.UpPlane(z);
+    scans.Backward(z);
   }
 }
 
