@@ -9,6 +9,7 @@
 #include <iostream>
 #include <memory>
 #include <new>
+#include <sys/stat.h>
 
 namespace {
 
@@ -48,12 +49,21 @@ const Unpacker* UnpackerOf(const std::string& path) {
   return nullptr;
 }
 
+bool IsNoFile(const char* path) {
+  struct stat status {};
+  return stat(path, &status) == 0 && !S_ISREG(status.st_mode);
+}
+
 Stream OpenGipl(const char* path) {
   const Unpacker* unpacker = UnpackerOf(path);
-  if (unpacker == nullptr) { return {VoxData::OpenFile(path, "rb"), CloseStream{false}}; }
+  // A pipe is no file in any dress: its unpacker would wait for the writer.
+  if (unpacker == nullptr || IsNoFile(path)) {
+    return {VoxData::OpenFile(path, "rb"), CloseStream{false}};
+  }
   if (unpacker->word != nullptr) { std::cout << unpacker->word << std::endl; }
   // What the tool says of a broken file would stand between the reader's own words.
-  const std::string command = unpacker->command + QuotedForShell(path) + " 2>/dev/null";
+  const std::string name = path[0] == '-' ? std::string("./") + path : path;  // no option
+  const std::string command = unpacker->command + QuotedForShell(name) + " 2>/dev/null";
   std::FILE* stream = popen(command.c_str(), "r");
   if (stream == nullptr) {
     std::fprintf(stderr, "Warning: popen of \"%s\" failed:", path);
