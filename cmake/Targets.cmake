@@ -10,6 +10,9 @@ if(TOLVEX_SANITIZE)
     -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
   target_link_options(tolvex_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(TOLVEX_FUZZ)
+  target_compile_options(tolvex_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # tolvex_folder(<target> <kind> <folder> [<library>...]): one target from the .cpp files of one
 # folder, without its subfolders.

@@ -1,0 +1,88 @@
+// Raw volumes: the numbers of the load dialog come first, the file behind them.
+#include "VoxData/VoxData.h"
+#include "fuzz/FuzzInput.h"
+#include "fuzz/ScratchFolder.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+struct Dialog {
+  int dims[3];
+  int bytes;
+  int min;
+  int max;
+  int flips[3];
+  int headerSize;
+};
+
+/// Any number now and then, small ones mostly.
+int Number(fuzz::FuzzInput& input, int most) {
+  return input.Byte() % 16 == 15 ? input.Int() : input.Small(0, most);
+}
+
+Dialog ReadDialog(fuzz::FuzzInput& input) {
+  Dialog dialog{};
+  for (int& dim : dialog.dims) { dim = Number(input, 40); }
+  dialog.bytes = Number(input, 3);
+  dialog.min = Number(input, 255);
+  dialog.max = Number(input, 255);
+  for (int& flip : dialog.flips) { flip = input.Small(0, 1); }
+  dialog.headerSize = Number(input, 32);
+  return dialog;
+}
+
+/// Small enough to be read often, or so large that the reader has to refuse.
+bool WorthTrying(const Dialog& dialog) {
+  double voxels = 1.0;
+  for (const int dim : dialog.dims) { voxels *= dim; }
+  return voxels < 2.0e4 || voxels > 1.0e13;
+}
+
+void TouchSlices(const VoxData& volume) {
+  for (int axis = -1; axis <= 3; ++axis) {
+    const int dims[3] = {volume.dimX, volume.dimY, volume.dimZ};
+    const auto at = static_cast<std::size_t>(axis);
+    const std::size_t pixels =
+        axis < 0 || axis > 2 ? 1 : volume.Labels().Count() / static_cast<std::size_t>(dims[at]);
+    std::vector<std::uint16_t> grey(pixels);
+    std::vector<std::uint8_t> seg(pixels);
+    for (const int index : {-1, 0, volume.dimX - 1, volume.dimY, volume.dimZ - 1}) {
+      FUZZ_HOLDS(volume.GetGreySlice(axis, index, grey.data()) ==
+                 volume.GetSegSlice(axis, index, seg.data()));
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::FuzzInput input(data, size);
+  const Dialog d = ReadDialog(input);
+  if (!WorthTrying(d)) { return 0; }
+  const std::string path = fuzz::Scratch().Write("volume.raw", input.Rest());
+
+  VoxData volume;
+  const int grey = volume.ReadGrey(path.c_str(), d.dims[0], d.dims[1], d.dims[2], d.bytes, d.min,
+                                   d.max, d.flips[0], d.flips[1], d.flips[2], d.headerSize);
+  FUZZ_HOLDS(grey == 1 || grey == -1);
+  const int labels = volume.ReadSeg(path.c_str(), d.headerSize);
+  FUZZ_HOLDS(grey != 1 || labels == 1);
+  VoxData further;
+  if (further.SetupSlot("", d.dims[0], d.dims[1], d.dims[2], d.bytes, d.min, d.max, d.flips[0],
+                        d.flips[1], d.flips[2]) == 1) {
+    FUZZ_HOLDS(further.ReadSeg(path.c_str(), d.headerSize) == 1);
+    FUZZ_HOLDS(further.GetLabelCount() == volume.GetLabelCount());
+  }
+  if (grey != 1) { return 0; }
+  TouchSlices(volume);
+  int defined = 0;
+  for (int id = -1; id <= 256; ++id) {
+    std::uint8_t rgb[3];
+    char name[201];
+    defined += volume.GetLabel(id, rgb, name) == 1 ? 1 : 0;
+  }
+  FUZZ_HOLDS(defined == volume.GetLabelCount());
+  return 0;
+}
