@@ -216,7 +216,8 @@ def ray_seeds():
 def transform_seeds():
     def study(label, spacing, dims, labels):
         steps = b"".join(b"\x03" + struct.pack("<f", step) for step in spacing)
-        return bytes([0, label]) + steps + bytes(dim - 1 for dim in dims) + labels
+        wide = 7 if max(dims) > 9 else 0
+        return bytes([0, label]) + steps + bytes([wide, *(dim - 1 for dim in dims)]) + labels
     nan, inf = float("nan"), float("inf")
     ball = bytes(1 if (i * 7) % 13 == 0 else 0 for i in range(600))
     return {
@@ -233,7 +234,7 @@ def transform_seeds():
         "spacing_infinite": study(1, (inf, 1, inf), (5, 5, 5), ball),
         "spacing_overflows": study(1, (3e38, 3e38, 3e38), (20, 20, 5), ball),
         "spacing_tiny": study(1, (1e-45, 1e-38, 1), (5, 5, 5), ball),
-        "label_of_32_bits": b"\x07" + struct.pack("<i", -(2**31)) + bytes(6) + b"\4\4\4" + ball,
+        "label_of_32_bits": b"\x07" + struct.pack("<i", -(2**31)) + bytes(7) + b"\4\4\4" + ball,
         "empty": b"",
     }
 
