@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """Counts the overlap of two atlases straight from their NIfTI files.
 
-check_brain.py BRAIN_FOLDER LABEL_IDS_1 LABEL_IDS_2 --values VALUES
+check_brain.py BRAIN_FOLDER LABEL_IDS_1 LABEL_IDS_2 --values VALUES --table TABLE
 
 The ids are comma-separated region numbers of aal.nii and AICHAmc.nii. VALUES holds what the window
 showed, a name and a value a line; the counts are made for the slices that it names, and for the
-whole volume, and have to be the same.
+whole volume, and have to be the same. TABLE is that of all pairs, whose one row has the same counts.
 """
 import pathlib
 import struct
@@ -57,10 +57,18 @@ def main():
         expected["intersect" + name] = common[name]
     wrong = [f"{name}: the window shows {values.get(name)!r}, the files say {value}"
              for name, value in expected.items() if values.get(name) != str(value)]
+    heading, *rows = pathlib.Path(sys.argv[7]).read_text().splitlines()
+    if len(rows) != 1:
+        wrong.append(f"the table has {len(rows)} rows, not that of the one pair")
+    row = dict(zip(heading.split("\t"), rows[0].split("\t")))
+    counted = {"Number of Pixel 1": only1, "Number of Pixel 2": only2, "Intersection": both,
+               "Union": only1 + only2}
+    wrong += [f"{name}: the table shows {row.get(name)!r}, the files say {value}"
+              for name, value in counted.items() if row.get(name) != str(value)]
     wrong += [f"{name}: the slice misses the structure" for name in places if not common[name]]
     for name, value in sorted(values.items()):
         print(name, value)
-    print("\n".join(wrong) or f"all {len(expected)} counts agree with the NIfTI files")
+    print("\n".join(wrong) or f"all {len(expected) + len(counted)} counts agree with the NIfTI files")
     return 1 if wrong else 0
 
 
