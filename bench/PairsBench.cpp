@@ -1,7 +1,8 @@
-// The batch over image pairs, its histogram and the probability map, as ratios to plain work in the
-// same run, and how some of them grow with their input.
+// The batch over image pairs, its histogram, its lists and the probability map, as ratios to plain
+// work in the same run, and how some of them grow with their input.
 //
 // "ratio" is time by plain time; "growth" is the time of double the input by that of the input.
+#include "VoxData/ScriptList.h"
 #include "bench/Ratios.h"
 #include "tests/volumemeasures/PlainPairs.h"
 #include "tests/volumemeasures/TestPairStudy.h"
@@ -16,7 +17,9 @@
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <random>
+#include <unistd.h>
 
 namespace {
 
@@ -133,6 +136,39 @@ void AddAllPairs(benchmark::State& state) {
       bench::MedianRatio([&] { work(20); }, [&] { work(14); }, 9) * 2.0 * 91.0 / 190.0;
 }
 BENCHMARK(AddAllPairs)->Unit(benchmark::kMillisecond);
+
+/// Both readers on a list of 60 images, by that of 30.
+void ReadList(benchmark::State& state) {
+  const std::string folder = std::filesystem::temp_directory_path().string();
+  const auto path = [&](int images) {
+    return folder + "/bench_pairs." + std::to_string(getpid()) + "." + std::to_string(images) +
+           ".tlx";
+  };
+  for (const int images : {30, 60}) {
+    std::string segs;
+    for (int i = 1; i < images; ++i) {
+      segs += "/home/somebody/studies/hippocampus/user_" + std::to_string(i) + "_repeat_0.gipl\n";
+    }
+    script::WriteList(path(images), 6, images / 6, "/home/somebody/studies/grey.gipl", segs);
+  }
+  const auto work = [&](int images) {
+    const std::string file = path(images);
+    for (int again = 0; again < 200; ++again) {
+      script::StudyList list;
+      script::ListTexts texts;
+      if (!script::ReadStudyList(file.c_str(), list).empty() ||
+          !script::ReadListTexts(file.c_str(), texts).empty()) {
+        std::abort();
+      }
+      benchmark::DoNotOptimize(list);
+      benchmark::DoNotOptimize(texts);
+    }
+  };
+  for (auto _ : state) { work(60); }
+  state.counters["growth"] = Growth(30, work);
+  for (const int images : {30, 60}) { std::filesystem::remove(path(images)); }
+}
+BENCHMARK(ReadList)->Unit(benchmark::kMillisecond);
 
 /// One pass that sums the matches of all volumes.
 long SumOfMatches(const std::vector<LabelVolume>& images) {
