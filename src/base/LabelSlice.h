@@ -56,7 +56,8 @@ private:
     };
     if (direction == kSliceXY) {
       for (int i = 0; i < columns; ++i) {
-        for (int j = first; j < end; ++j) { row(j)[i] = pixelOf(volume.At(i, j, index)); }
+        const std::uint8_t* const* column = volume.voxels[i];
+        for (int j = first; j < end; ++j) { row(j)[i] = pixelOf(column[j][index]); }
       }
     } else {
       for (int j = first; j < end; ++j) {

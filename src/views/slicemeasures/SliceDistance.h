@@ -4,6 +4,7 @@
 #include "base/LabelSlice.h"
 #include "base/Progress.h"
 #include "views/slicemeasures/Picture.h"
+#include "views/slicemeasures/SliceRows.h"
 
 #include <cmath>
 #include <cstddef>
@@ -41,9 +42,10 @@ SliceVectors StartVectors(const LabelSlice& slice, int label, SliceSize size);
 /// Hands the vectors on from the first row to the last, and along each row both ways. A vector
 /// takes another's place where it is strictly shorter, in the order of the tries.
 /// Report: one step before each row but the first.
-void ScanForward(SliceVectors& vectors, Progress& progress);
+void ScanForward(SliceVectors& vectors, Progress& progress, const RowLoops& loops = BestRowLoops());
 /// The same from the last row to the first.
-void ScanBackward(SliceVectors& vectors, Progress& progress);
+void ScanBackward(SliceVectors& vectors, Progress& progress,
+                  const RowLoops& loops = BestRowLoops());
 
 /// Paints 900 times the length, cut to an integer, on the whole slice.
 ///
