@@ -8,6 +8,7 @@
 
 #include <FL/Fl_Check_Button.H>
 #include <FL/Fl_Choice.H>
+#include <FL/Fl_Group.H>
 #include <FL/Fl_Input.H>
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
@@ -15,9 +16,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <limits>
 #include <memory>
+#include <sys/resource.h>
+#include <unistd.h>
 
 using testing::Each;
 using testing::ElementsAre;
@@ -244,6 +248,17 @@ TEST_F(LimitsTest, AProbabilityMapOfMoreSegmentationsThanAreLoadedIsRefused) {
               Says("A probability map needs at least two segmentations"));
 }
 
+TEST_F(LimitsTest, AUserWhoseSegmentationIsMissingIsNotMeasured) {
+  LoadStudy({5, 4, 3}, 2);
+  SetUsers(1, 2);
+  Ui().images[1]->FreeArrays(1);
+
+  for (Fl_Widget* button :
+       {Ui().probabilityButton, Ui().overlayIntraButton, Ui().overlayInterButton}) {
+    EXPECT_THAT(AlertsOf(button), Says("Segmentation 2 is not loaded")) << button->label();
+  }
+}
+
 TEST_F(LimitsTest, NumbersOfUsersThatNoStudyHasAreRefusedWhenTheyAreUsed) {
   const std::string grey = Made("grey.gipl", files::Volume({5, 4, 3}));
   const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
@@ -422,6 +437,50 @@ TEST_F(LimitsTest, WhatWouldReplaceTheStudyIsRefusedWhileACommandRuns) {
   EXPECT_THAT(AlertsOf(Ui().createAverageButton), Says(kRefusal));
   EXPECT_THAT(AlertsOf(Ui().compareAllButton), Says(kRefusal));
   EXPECT_EQ(Ui().imageCount, 2);
+}
+
+// Memory.
+
+/// No more than so many bytes beyond what the process has now.
+class LittleMemory {
+public:
+  explicit LittleMemory(rlim_t bytes) {
+    getrlimit(RLIMIT_AS, &before);
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    const rlimit little{pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + bytes,
+                        before.rlim_max};
+    setrlimit(RLIMIT_AS, &little);
+  }
+  LittleMemory(const LittleMemory&) = delete;
+  LittleMemory& operator=(const LittleMemory&) = delete;
+  ~LittleMemory() { setrlimit(RLIMIT_AS, &before); }
+
+private:
+  rlimit before{};
+};
+
+TEST_F(LimitsTest, WithoutMemoryAMeasureIsRefusedAndTheStudyStays) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer needs more memory than there is";
+#endif
+  LoadStudy({200, 200, 200}, 2);
+  {
+    const LittleMemory memory(12U << 20U);  // a picture takes 32 megabytes
+    for (Fl_Widget* button : VolumeButtons()) {
+      if (button == Ui().probabilityButton) { SetUsers(1, 2); }
+      EXPECT_THAT(AlertsOf(button), Says("There is no memory for the picture of this measure"))
+          << button->label();
+      EXPECT_FALSE(Ui().progressPanel->visible());
+    }
+    const RunningCommand running(Ui());
+    EXPECT_THAT(AlertsOf(Ui().overlayResult3DButton),
+                Says("There is no memory for a further command while one is running"));
+  }
+  EXPECT_THAT(VolumeFields(), Each(std::string()));
+
+  EXPECT_THAT(AlertsOf(Ui().overlayResult3DButton), IsEmpty());
+  EXPECT_STREQ(Ui().intersect3DOutput->value(), "2");
 }
 
 }  // namespace
