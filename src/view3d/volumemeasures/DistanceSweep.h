@@ -26,7 +26,7 @@ public:
       : job(planeJob), stepX(Floats::All(job.steps.x)), stepLeft(Floats::All(-job.steps.x)),
         depth(job.backward ? job.steps.z : -job.steps.z), stepZ(Floats::All(depth)) {
     Length** const rows[kLengthRows] = {
-        &held,           &toRight,     &toLeft,           &beside.straight,
+        &along.held,     &along.right, &along.left,       &beside.straight,
         &beside.right,   &beside.left, &nextBeside.right, &nextBeside.left,
         &above.straight, &above.right, &above.left,       &nextAbove.right,
         &nextAbove.left, &aboveDown,   &nextAboveDown,    &none};
@@ -70,6 +70,12 @@ private:
   /// What the voxels of a row offer the row or the plane beside it: straight, and one to the side.
   struct Offers {
     Length* straight;
+    Length* right;
+    Length* left;
+  };
+  /// The squared lengths of a row, and what its voxels offer one another.
+  struct RowOffers {
+    Length* held;
     Length* right;
     Length* left;
   };
@@ -138,33 +144,35 @@ private:
   // ---- offers ----
 
   /// Forms the offers of a block of the source plane. Returns what it offers the row above it.
-  TOLVEX_INLINE Lengths OfferFromPlane(ConstRow row, int at, Floats up) {
+  TOLVEX_INLINE Lengths OfferFromPlane(ConstRow row, int at, Floats up, const Offers& to,
+                                       Length* toDown) const {
     const Floats x = Floats::Load(row.x + at);
     const Floats y = Floats::Load(row.y + at);
     const Lengths xx = Square(x);
     const Lengths yy = Square(y);
     const Lengths zz = Square(Floats::Load(row.z + at) + stepZ);
-    ((xx + yy) + zz).Store(nextAbove.straight + at);
-    ((Square(x + stepLeft) + yy) + zz).Store(nextAbove.right + at);
-    ((Square(x + stepX) + yy) + zz).Store(nextAbove.left + at);
-    ((xx + Square(y + Floats::All(-job.steps.y))) + zz).Store(nextAboveDown + at);
+    ((xx + yy) + zz).Store(to.straight + at);
+    ((Square(x + stepLeft) + yy) + zz).Store(to.right + at);
+    ((Square(x + stepX) + yy) + zz).Store(to.left + at);
+    ((xx + Square(y + Floats::All(-job.steps.y))) + zz).Store(toDown + at);
     return (xx + Square(y + up)) + zz;
   }
 
   /// Forms the offers of a block within its row, and to the next one, dy away.
-  TOLVEX_INLINE void OfferInPlane(const Block& block, int at, Floats dy) {
+  TOLVEX_INLINE void OfferInPlane(const Block& block, int at, Floats dy, const RowOffers& own,
+                                  const Offers& to) const {
     const Lengths xx = Square(block.x);
     const Lengths yy = Square(block.y);
     const Lengths zz = Square(block.z);
     const Lengths right = Square(block.x + stepLeft);
     const Lengths left = Square(block.x + stepX);
     const Lengths ahead = Square(block.y + dy);
-    block.length.Store(held + at);
-    ((right + yy) + zz).Store(toRight + at);
-    ((left + yy) + zz).Store(toLeft + at);
-    ((xx + ahead) + zz).Store(nextBeside.straight + at);
-    ((right + ahead) + zz).Store(nextBeside.right + at);
-    ((left + ahead) + zz).Store(nextBeside.left + at);
+    block.length.Store(own.held + at);
+    ((right + yy) + zz).Store(own.right + at);
+    ((left + yy) + zz).Store(own.left + at);
+    ((xx + ahead) + zz).Store(to.straight + at);
+    ((right + ahead) + zz).Store(to.right + at);
+    ((left + ahead) + zz).Store(to.left + at);
   }
   /// The same for one voxel.
   void OfferInPlane(const Row& row, int at, float dy) {
@@ -174,16 +182,16 @@ private:
     const Length right = Square(row.x[at] - job.steps.x);
     const Length left = Square(row.x[at] + job.steps.x);
     const Length ahead = Square(row.y[at] + dy);
-    toRight[at] = (right + yy) + zz;
-    toLeft[at] = (left + yy) + zz;
+    along.right[at] = (right + yy) + zz;
+    along.left[at] = (left + yy) + zz;
     beside.straight[at] = (xx + ahead) + zz;
     beside.right[at] = (right + ahead) + zz;
     beside.left[at] = (left + ahead) + zz;
   }
   /// Behind the end of a row lies nothing to take, and nothing takes.
   void EndOffers() {
-    toLeft[job.dimX] = beside.left[job.dimX] = static_cast<Length>(kNever);
-    for (int x = job.dimX; x % kLanes != 0; ++x) { held[x] = 0; }
+    along.left[job.dimX] = beside.left[job.dimX] = static_cast<Length>(kNever);
+    for (int x = job.dimX; x % kLanes != 0; ++x) { along.held[x] = 0; }
   }
   void Forget(const Offers& offers) const {
     const auto bytes = sizeof(Length) * static_cast<std::size_t>(job.stride - kRowPad);
@@ -193,31 +201,31 @@ private:
 
   // ---- tries ----
 
-  /// Takes an offer where it is shorter. `from` counts from the block's own place.
-  static TOLVEX_INLINE void Try(Block& block, Lengths offer, ConstRow row, int from, Floats dx,
+  /// Takes an offer where it is shorter; returns whether it is anywhere. The vectors that give it
+  /// begin at element `from` of a row.
+  static TOLVEX_INLINE bool Try(Block& block, Lengths offer, ConstRow row, int from, Floats dx,
                                 Floats dy, Floats dz) {
     const auto shorter = offer < block.length;
-    if (!shorter.Any()) { return; }
+    if (!shorter.Any()) { return false; }
     block.x = shorter.Pick(Floats::Load(row.x + from) + dx, block.x);
     block.y = shorter.Pick(Floats::Load(row.y + from) + dy, block.y);
     block.z = shorter.Pick(Floats::Load(row.z + from) + dz, block.z);
     block.length = Min(offer, block.length);
+    return true;
   }
   /// The three tries from the row beside, dy away.
-  TOLVEX_INLINE void TryBeside(Block& block, ConstRow row, int at, Floats dy) const {
+  TOLVEX_INLINE bool TryBeside(Block& block, const Offers& offers, ConstRow row, int at,
+                               Floats dy) const {
     const Floats stay = Floats::All(0.0F);
-    Try(block, Lengths::Load(beside.straight + at), row, at, stay, dy, stay);
-    Try(block, Lengths::Load(beside.right + at - 1), row, at - 1, stepLeft, dy, stay);
-    Try(block, Lengths::Load(beside.left + at + 1), row, at + 1, stepX, dy, stay);
+    bool taken = Try(block, Lengths::Load(offers.straight + at), row, at, stay, dy, stay);
+    taken |= Try(block, Lengths::Load(offers.right + at - 1), row, at - 1, stepLeft, dy, stay);
+    taken |= Try(block, Lengths::Load(offers.left + at + 1), row, at + 1, stepX, dy, stay);
+    return taken;
   }
 
+  template <bool backward>
   TOLVEX_INLINE Block StartBlock(const Row& row, int at) const {
-    if (job.backward) {
-      const Floats x = Floats::Load(row.x + at);
-      const Floats y = Floats::Load(row.y + at);
-      const Floats z = Floats::Load(row.z + at);
-      return {x, y, z, (Square(x) + Square(y)) + Square(z)};
-    }
+    if (backward) { return Held(row, at); }
     const Floats start =
         Floats::All(job.steps.far) + Floats::All(-job.steps.far) * Floats::OfInts(row.x + at);
     const Lengths square = Square(start);
@@ -231,11 +239,11 @@ private:
     Forget(beside);
     std::memcpy(aboveDown, none, sizeof(Length) * static_cast<std::size_t>(job.stride - kRowPad));
     for (int at = 0; at < job.dimX; at += kLanes) {
-      OfferFromPlane(SourceRow(0), at, Floats::All(kNever));
+      OfferFromPlane(SourceRow(0), at, Floats::All(kNever), nextAbove, nextAboveDown);
     }
     NextSourceRow();
     for (int y = 0; y < job.dimY; ++y) {
-      DownRow(y);
+      job.backward ? DownRow<true>(y) : DownRow<false>(y);
       NextSourceRow();
       Swap(beside, nextBeside);
       EndOffers();
@@ -252,6 +260,7 @@ private:
     nextAboveDown = other;
   }
 
+  template <bool backward>
   void DownRow(int y) {
     const bool last = y == job.dimY - 1;
     const Row row = TargetRow(y);
@@ -264,21 +273,29 @@ private:
     const Floats up = Floats::All(job.steps.y);
     const Floats offered = last ? Floats::All(kNever) : up;
     ReadRow(y);
-    for (int at = 0; at < job.dimX; at += kLanes) {
-      const Lengths straight = Lengths::Load(above.straight + at);
-      const Lengths fromBefore = Lengths::Load(nextAboveDown + at);
-      const Lengths fromAfter = OfferFromPlane(sourceAfter, at, offered);
-      Block block = StartBlock(row, at);
+    // The stores of a loop may not be thought to change where it reads and writes.
+    const Offers fromSource = above;
+    const Offers toTarget = nextAbove;
+    Length* const fromDown = nextAboveDown;
+    const Offers fromRow = beside;
+    const Offers toRow = nextBeside;
+    const RowOffers own = along;
+    const int end = job.dimX;
+    for (int at = 0; at < end; at += kLanes) {
+      const Lengths straight = Lengths::Load(fromSource.straight + at);
+      const Lengths fromBefore = Lengths::Load(fromDown + at);
+      const Lengths fromAfter = OfferFromPlane(sourceAfter, at, offered, toTarget, fromDown);
+      Block block = StartBlock<backward>(row, at);
       Try(block, straight, source, at, stay, stay, stepZ);
       Try(block, fromBefore, sourceBefore, at, stay, down, stepZ);
       Try(block, fromAfter, sourceAfter, at, stay, up, stepZ);
-      Try(block, Lengths::Load(above.right + at - 1), source, at - 1, stepLeft, stay, stepZ);
-      Try(block, Lengths::Load(above.left + at + 1), source, at + 1, stepX, stay, stepZ);
-      TryBeside(block, rowBefore, at, down);
+      Try(block, Lengths::Load(fromSource.right + at - 1), source, at - 1, stepLeft, stay, stepZ);
+      Try(block, Lengths::Load(fromSource.left + at + 1), source, at + 1, stepX, stay, stepZ);
+      TryBeside(block, fromRow, rowBefore, at, down);
       block.x.Store(row.x + at);
       block.y.Store(row.y + at);
       block.z.Store(row.z + at);
-      OfferInPlane(block, at, down);
+      OfferInPlane(block, at, down, own, toRow);
     }
   }
 
@@ -286,7 +303,7 @@ private:
   void Up() {
     const Floats up = Floats::All(job.steps.y);
     for (int at = 0; at < job.dimX; at += kLanes) {
-      OfferInPlane(Held(TargetRow(job.dimY - 1), at), at, up);
+      OfferInPlane(Held(TargetRow(job.dimY - 1), at), at, up, along, nextBeside);
     }
     Swap(beside, nextBeside);
     EndOffers();
@@ -306,13 +323,18 @@ private:
     return {x, y, z, (Square(x) + Square(y)) + Square(z)};
   }
   void UpRow(const Row& row, const Row& rowAfter, Floats up) {
-    for (int at = 0; at < job.dimX; at += kLanes) {
+    const Offers fromRow = beside;
+    const Offers toRow = nextBeside;
+    const RowOffers own = along;
+    const int end = job.dimX;
+    for (int at = 0; at < end; at += kLanes) {
       Block block = Held(row, at);
-      TryBeside(block, rowAfter, at, up);
-      block.x.Store(row.x + at);
-      block.y.Store(row.y + at);
-      block.z.Store(row.z + at);
-      OfferInPlane(block, at, up);
+      if (TryBeside(block, fromRow, rowAfter, at, up)) {
+        block.x.Store(row.x + at);
+        block.y.Store(row.y + at);
+        block.z.Store(row.z + at);
+      }
+      OfferInPlane(block, at, up, own, toRow);
     }
   }
 
@@ -321,12 +343,13 @@ private:
   /// To the right and to the left. Few rows take any offer: all are asked at once, and a pass
   /// starts where the first voxel takes one. dy is the step to the next row.
   void AlongRow(const Row& row, float dy) {
-    auto right = Lengths::Load(toRight - 1) < Lengths::Load(held);
-    auto left = Lengths::Load(toLeft + 1) < Lengths::Load(held);
+    const RowOffers own = along;
+    auto right = Lengths::Load(own.right - 1) < Lengths::Load(own.held);
+    auto left = Lengths::Load(own.left + 1) < Lengths::Load(own.held);
     for (int at = kLanes; at < job.dimX; at += kLanes) {
-      const Lengths length = Lengths::Load(held + at);
-      right = right | (Lengths::Load(toRight + at - 1) < length);
-      left = left | (Lengths::Load(toLeft + at + 1) < length);
+      const Lengths length = Lengths::Load(own.held + at);
+      right = right | (Lengths::Load(own.right + at - 1) < length);
+      left = left | (Lengths::Load(own.left + at + 1) < length);
     }
     const bool moved = right.Any();
     if (moved) { PassRight(row, dy); }
@@ -334,20 +357,26 @@ private:
   }
 
   void PassRight(const Row& row, float dy) {
+    const RowOffers own = along;
     int x = 1;
     for (int at = 0; at < job.dimX; at += kLanes) {
-      if (!(Lengths::Load(toRight + at - 1) < Lengths::Load(held + at)).Any()) { continue; }
+      if (!(Lengths::Load(own.right + at - 1) < Lengths::Load(own.held + at)).Any()) { continue; }
       for (x = at > x ? at : x; x < at + kLanes && x < job.dimX; ++x) {
-        if (toRight[x - 1] < held[x]) { Take(row, x, x - 1, -job.steps.x, toRight[x - 1], dy); }
+        if (own.right[x - 1] < own.held[x]) {
+          Take(row, x, x - 1, -job.steps.x, own.right[x - 1], dy);
+        }
       }
     }
   }
   void PassLeft(const Row& row, float dy) {
+    const RowOffers own = along;
     int x = job.dimX - 2;
     for (int at = (job.dimX - 1) / kLanes * kLanes; at >= 0; at -= kLanes) {
-      if (!(Lengths::Load(toLeft + at + 1) < Lengths::Load(held + at)).Any()) { continue; }
+      if (!(Lengths::Load(own.left + at + 1) < Lengths::Load(own.held + at)).Any()) { continue; }
       for (x = at + kLanes - 1 < x ? at + kLanes - 1 : x; x >= at; --x) {
-        if (toLeft[x + 1] < held[x]) { Take(row, x, x + 1, job.steps.x, toLeft[x + 1], dy); }
+        if (own.left[x + 1] < own.held[x]) {
+          Take(row, x, x + 1, job.steps.x, own.left[x + 1], dy);
+        }
       }
     }
   }
@@ -355,7 +384,7 @@ private:
     row.x[x] = row.x[from] + dx;
     row.y[x] = row.y[from];
     row.z[x] = row.z[from];
-    held[x] = length;
+    along.held[x] = length;
     OfferInPlane(row, x, dy);
   }
 
@@ -364,10 +393,8 @@ private:
   Floats stepLeft;
   float depth;  // step from the source plane
   Floats stepZ;
-  Length* held = nullptr;  // of the row that is swept
-  Length* toRight = nullptr;
-  Length* toLeft = nullptr;
-  Offers beside{};  // of the row swept before
+  RowOffers along{};  // of the row that is swept
+  Offers beside{};    // of the row swept before
   Offers nextBeside{};
   Offers above{};  // of the source plane's row beside the target row
   Offers nextAbove{};
