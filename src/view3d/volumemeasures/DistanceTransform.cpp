@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <utility>
 
 namespace measure {
 
@@ -79,6 +81,25 @@ void FillMask(const LabelVolume& image, int label, const DistanceField& field, P
   });
 }
 
+/// Work memory that begins with a line of the cache: no row's vectors lie across two of them.
+template <class Element>
+class Lines {
+public:
+  void Assign(std::size_t count, Element value) {
+    elements.assign(count + kLine / sizeof(Element), value);
+    void* begin = elements.data();
+    std::size_t room = elements.size() * sizeof(Element);
+    first = static_cast<Element*>(std::align(kLine, count * sizeof(Element), begin, room));
+  }
+  Element* First() const { return first; }
+
+private:
+  static constexpr std::size_t kLine = 64;
+
+  std::vector<Element> elements;
+  Element* first = nullptr;
+};
+
 /// The two scans along z. Two planes of vectors with room round them are all the work memory.
 class Scans {
 public:
@@ -90,20 +111,22 @@ public:
     sweep = whole ? sweeps.whole : sweeps.real;
     steps = {size.x, size.y, size.z, static_cast<float>(far)};
     const auto rowLength = static_cast<std::size_t>(stride);
-    for (std::vector<float>& plane : planes) {
-      plane.resize(rowLength * 3 * static_cast<std::size_t>(field.dimY) + kRowPad);
+    for (Lines<float>& plane : planes) {
+      plane.Assign(rowLength * 3 * static_cast<std::size_t>(field.dimY) + kRowPad, 0.0F);
     }
-    const std::size_t lengths = rowLength * kLengthRows + kRowPad;
+    const std::size_t count = rowLength * kLengthRows + kRowPad;
     if (whole) {
-      floatLengths.assign(lengths, std::numeric_limits<float>::infinity());
+      floatLengths.Assign(count, std::numeric_limits<float>::infinity());
+      lengths = floatLengths.First();
     } else {
-      doubleLengths.assign(lengths, std::numeric_limits<double>::infinity());
+      doubleLengths.Assign(count, std::numeric_limits<double>::infinity());
+      lengths = doubleLengths.First();
     }
   }
 
   void Start() { SweepPlane(0, nullptr, false); }
-  void Forward(int z) { SweepPlane(z, planes[1].data(), false); }
-  void Backward(int z) { SweepPlane(z, planes[1].data(), true); }
+  void Forward(int z) { SweepPlane(z, planes[1].First(), false); }
+  void Backward(int z) { SweepPlane(z, planes[1].First(), true); }
 
 private:
   void SweepPlane(int z, const float* source, bool backward) {
@@ -114,25 +137,25 @@ private:
     job.dimY = field.dimY;
     job.stride = stride;
     job.source = source;
-    job.target = planes[0].data();
-    job.lengths = doubleLengths.empty() ? static_cast<void*>(floatLengths.data())
-                                        : static_cast<void*>(doubleLengths.data());
+    job.target = planes[0].First();
+    job.lengths = lengths;
     job.backward = backward;
     job.mask = field.mask + first;
     job.x = field.x + first;
     job.y = field.y + first;
     job.z = field.z + first;
     sweep(job);
-    planes[0].swap(planes[1]);
+    std::swap(planes[0], planes[1]);
   }
 
   const DistanceField& field;
   int stride;
   SweepSteps steps{};
   void (*sweep)(const PlaneJob&) = nullptr;
-  std::vector<float> planes[2];  // the one to be swept, and the one swept last
-  std::vector<float> floatLengths;
-  std::vector<double> doubleLengths;
+  Lines<float> planes[2];  // the one to be swept, and the one swept last
+  Lines<float> floatLengths;
+  Lines<double> doubleLengths;
+  void* lengths = nullptr;  // of the one of both that is in use
 };
 
 }  // namespace
