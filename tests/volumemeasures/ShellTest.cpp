@@ -172,27 +172,4 @@ TEST_F(ShellTest, SavesAndReducesAsPlainLoopsDo) {
   }
 }
 
-TEST(TouchesBackgroundTest, AnyOfTheSixNeighboursCounts) {
-  const TestVolume::Voxel neighbours[] = {{0, 1, 1}, {2, 1, 1}, {1, 0, 1},
-                                          {1, 2, 1}, {1, 1, 0}, {1, 1, 2}};
-  for (const auto& [x, y, z] : neighbours) {
-    TestVolume image(3, 3, 3);
-    image.Fill({0, 0, 0}, {2, 2, 2}, kLabel);
-    EXPECT_FALSE(measure::TouchesBackground(image.Labels(), 1, 1, 1));
-
-    image.voxel(x, y, z) = 0;
-
-    EXPECT_TRUE(measure::TouchesBackground(image.Labels(), 1, 1, 1));
-  }
-}
-
-TEST(TouchesBackgroundTest, AnotherLabelIsNoBackground) {
-  TestVolume image(3, 3, 3);
-  image.Fill({0, 0, 0}, {2, 2, 2}, kLabel + 1);
-  image.voxel(1, 1, 1) = kLabel;
-  image.voxel(0, 0, 0) = 0;  // a corner is no neighbour
-
-  EXPECT_FALSE(measure::TouchesBackground(image.Labels(), 1, 1, 1));
-}
-
 }  // namespace

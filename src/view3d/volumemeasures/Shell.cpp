@@ -80,6 +80,12 @@ void ReduceColumn(const Runs& runs, std::int32_t label, int dimZ, std::uint8_t* 
   int z = 0;
   for (; z < std::min(1, dimZ); ++z) { reduceVoxel(z); }
   for (; z + kChunk < dimZ; z += kChunk) { ReduceChunk<rule>(runs, z, label, column + z); }
+  if (z > 1 && z < dimZ - 1) {
+    // The rest of a column is the end of a chunk that begins in the one before.
+    z = dimZ - 1 - kChunk;
+    ReduceChunk<rule>(runs, z, label, column + z);
+    z += kChunk;
+  }
   for (; z < dimZ; ++z) { reduceVoxel(z); }
 }
 

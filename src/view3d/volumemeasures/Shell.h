@@ -29,10 +29,4 @@ void ReduceToShell(SavedLabels saved, int label, ShellRule rule, const EditVolum
 /// Puts the saved labels back.
 void RestoreLabels(SavedLabels saved, const EditVolume& image, Progress& progress);
 
-/// Whether a voxel that is not on the border of the volume has a neighbour of value 0.
-inline bool TouchesBackground(const LabelVolume& image, int x, int y, int z) {
-  return image.At(x, y, z + 1) == 0 || image.At(x, y, z - 1) == 0 || image.At(x - 1, y, z) == 0 ||
-         image.At(x + 1, y, z) == 0 || image.At(x, y - 1, z) == 0 || image.At(x, y + 1, z) == 0;
-}
-
 }  // namespace measure

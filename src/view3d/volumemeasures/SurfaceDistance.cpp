@@ -2,10 +2,8 @@
 
 #include "base/ColourValues.h"
 #include "view3d/volumemeasures/DistanceRows.h"
-#include "view3d/volumemeasures/Shell.h"
+#include "view3d/volumemeasures/SurfaceVoxels.h"
 #include "view3d/volumemeasures/VoxelBlocks.h"
-
-#include <cstring>
 
 namespace measure {
 
@@ -18,39 +16,6 @@ constexpr int kInside = 1;
 void Keep(float distance, FloatList& side, FloatList& all) {
   side.Append(distance);
   all.Append(distance);
-}
-
-Bytes IsZero(const std::uint8_t* run) {
-  Bytes bytes;
-  std::memcpy(&bytes, run, kBlock);
-  return reinterpret_cast<Bytes>(bytes == 0);
-}
-
-/// Mask of those of 16 voxels from z on that bear the label and have a neighbour of value 0.
-Bytes SurfaceMask(const LabelVolume& b, const LabelTest& test, int x, int y, int z) {
-  const std::uint8_t* own = b.voxels[x][y] + z;
-  const Bytes bears = test.Run(own);
-  if (!Any(bears)) { return bears; }
-  return bears & (IsZero(own - 1) | IsZero(own + 1) | IsZero(b.voxels[x - 1][y] + z) |
-                  IsZero(b.voxels[x + 1][y] + z) | IsZero(b.voxels[x][y - 1] + z) |
-                  IsZero(b.voxels[x][y + 1] + z));
-}
-
-/// Visits the surface voxels of a column inside the volume, by z.
-template <class Visit>
-void ForEachSurfaceVoxel(const LabelVolume& b, int label, int x, int y, Visit visit) {
-  const LabelTest test(label);
-  int z = 1;
-  for (; z + kBlock < b.dimZ; z += kBlock) {
-    const Bytes mask = SurfaceMask(b, test, x, y, z);
-    if (!Any(mask)) { continue; }
-    for (int i = 0; i < kBlock; ++i) {
-      if (mask[i] != 0) { visit(z + i); }
-    }
-  }
-  for (; z <= b.dimZ - 2; ++z) {
-    if (b.Bears(label, x, y, z) && TouchesBackground(b, x, y, z)) { visit(z); }
-  }
 }
 
 /// Colours the picture by the side of A that a voxel lies on; with the surface of `b` too unless
@@ -85,7 +50,7 @@ SurfaceDistance SumAlongSurface(const LabelVolume& a, const LabelVolume& b, int 
   // voxel makes it no surface voxel of B, while it does make one of A.
   for (int x = 1; x <= b.dimX - 2; ++x) {
     for (int y = 1; y <= b.dimY - 2; ++y) {
-      ForEachSurfaceVoxel(b, label, x, y, [&](int z) {
+      ForEachSurfaceVoxelOfColumn(b, label, x, y, [&](int z) {
         const float d = field.Length(x, y, z);
         const bool inside = a.Bears(label, x, y, z);
         (inside ? distance.inside : distance.outside).Add(d);
