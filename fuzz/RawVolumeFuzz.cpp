@@ -84,5 +84,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     defined += volume.GetLabel(id, rgb, name) == 1 ? 1 : 0;
   }
   FUZZ_HOLDS(defined == volume.GetLabelCount());
+
+  // Another volume into the same object, read as one that is shorter or longer than its file.
+  if (volume.ReadGrey(path.c_str(), d.dims[2], d.dims[0] - 1, d.dims[1], 3 - d.bytes, 0, 0,
+                      d.flips[2], d.flips[0], d.flips[1], 0) == 1) {
+    FUZZ_HOLDS(volume.ReadSeg(path.c_str(), 0) == 1);
+    TouchSlices(volume);
+  }
   return 0;
 }

@@ -73,6 +73,8 @@ int VoxData::ReadGrey(const char* path, int sizeX, int sizeY, int sizeZ, int byt
   SetFileTraversal(flipX, flipY, flipZ);
   if (AllocateArrays(0) != 1 || AllocateArrays(1) != 1) {
     raw::ReportSize(dimX, dimY, dimZ);
+    FreeArrays(0);  // none of an earlier volume stays, whose sizes are gone
+    FreeArrays(1);
     return -1;
   }
   if (bytes != 1 && bytes != 2) {
@@ -140,6 +142,9 @@ int VoxData::SetupSlot(const char* /*path*/, int sizeX, int sizeY, int sizeZ, in
   SetFileTraversal(flipX, flipY, flipZ);
   if (AllocateArrays(1) != 1) {
     raw::ReportSize(dimX, dimY, dimZ);
+    FreeArrays(0);
+    grey = nullptr;
+    FreeArrays(1);
     return -1;
   }
   if (max == min && min == 0) {

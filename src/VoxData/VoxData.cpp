@@ -7,8 +7,10 @@
 #include <vtkSmartPointer.h>
 #include <vtkStructuredPoints.h>
 
+#include <algorithm>
 #include <cstring>
 #include <iostream>
+#include <limits>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -35,7 +37,9 @@ vtkStructuredPoints* NewImage(int dimX, int dimY, int dimZ) {
 }
 
 void SetTraversal(VoxData& volume, int axis, int size, int flip, int unflippedEnd) {
-  volume.loopStart[axis] = flip != 0 ? size - 1 : 0;
+  // Sizes below 1 are refused later; the smallest number of all has none below it.
+  constexpr int kLeast = -std::numeric_limits<int>::max();
+  volume.loopStart[axis] = flip != 0 ? std::max(size, kLeast) - 1 : 0;
   volume.loopEnd[axis] = flip != 0 ? -1 : unflippedEnd;
   volume.loopStep[axis] = flip != 0 ? -1 : 1;
 }
@@ -104,14 +108,15 @@ VoxData::~VoxData() {
 
 int VoxData::AllocateArrays(int mode) {
   if (mode == 0) {
-    if (!storage->grey.Allocate(dimX, dimY, dimZ)) { return -1; }
-    grey = storage->grey.Planes();
-    return 1;
+    const bool fits = storage->grey.Allocate(dimX, dimY, dimZ);
+    grey = storage->grey.Planes();  // null where it does not fit
+    return fits ? 1 : -1;
   }
   if (mode != 1 && mode != 2) { return -1; }
   auto& table = mode == 1 ? storage->seg : storage->work;
-  if (!table.Allocate(dimX, dimY, dimZ)) { return -1; }
+  const bool fits = table.Allocate(dimX, dimY, dimZ);
   (mode == 1 ? seg : work) = table.Planes();
+  if (!fits) { return -1; }
   if (image != nullptr) { image->Delete(); }
   image = NewImage(dimX, dimY, dimZ);
   if (mode == 2) { return 1; }

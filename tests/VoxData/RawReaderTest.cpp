@@ -167,6 +167,23 @@ TEST_F(RawReaderTest, WhatCannotBeReadIsRefusedInWords) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "grey data not read in yet.\n");
 }
 
+TEST_F(RawReaderTest, SizesThatMakeNoVolumeLeaveNothingOfTheVolumeBefore) {
+  constexpr int kLeast = -2147483647 - 1;
+  for (const int size : {kLeast, -1, 0, 2147483647}) {
+    const std::string path = File(Bytes(8, 7));
+    ASSERT_EQ(volume.ReadGrey(path.c_str(), 2, 2, 2, 1, 0, 0, 1, 1, 1, 0), 1);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(volume.ReadGrey(path.c_str(), size, size, size, 1, 0, 0, 1, 1, 1, 0), -1);
+    EXPECT_EQ(volume.ReadSeg(path.c_str(), 0), -1);
+    std::uint16_t grey = 0;
+    std::uint8_t label = 0;
+    EXPECT_EQ(volume.GetGreyVoxel(0, 0, 0, grey), -1) << size;
+    EXPECT_EQ(volume.GetSegVoxel(0, 0, 0, label), -1) << size;
+    EXPECT_EQ(volume.SetupSlot("", size, size, size, 1, 0, 0, 1, 1, 1), -1) << size;
+    testing::internal::GetCapturedStderr();
+  }
+}
+
 TEST_F(RawReaderTest, AFolderOrAPipeIsNoFile) {
   const std::string pipe = folder + "pipe.raw";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
