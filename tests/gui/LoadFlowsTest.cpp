@@ -201,6 +201,21 @@ TEST_F(LoadFlowsTest, ALongLineOrTooManyImagesAreRefusedBeforeAnythingChanges) {
   }
 }
 
+TEST_F(LoadFlowsTest, AfterAListASegmentationByHandReplacesTheLastOneAndAFurtherOneIsRefused) {
+  chooserAnswers.emplace_back("study_two.tlx");
+  Menu("File/Load/Selection File");
+  const int loaded = Ui().imageCount;
+  ASSERT_GT(loaded, 0);
+  LoadSegByHand("seg256.raw");
+  EXPECT_EQ(Ui().imageCount, loaded);
+  EXPECT_TRUE(alerts.empty());
+
+  LoadSegByHand("u1r2.gipl");
+  EXPECT_EQ(Ui().imageCount, loaded);
+  EXPECT_EQ(alerts, std::vector<std::string>{"A study loaded from a list takes further "
+                                             "segmentations through its list only"});
+}
+
 TEST_F(LoadFlowsTest, TheBarIsFullWhenAListIsLoaded) {
   chooserAnswers.emplace_back("study.tlx");
   Menu("File/Load/Selection File");
