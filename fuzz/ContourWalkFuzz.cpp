@@ -4,9 +4,12 @@
 #include "tests/support/TestVolume.h"
 #include "views/slicemeasures/SliceContour.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
+
+constexpr int kPixels = kMaxSliceSide * kMaxSliceSide;
 
 struct Pictures {
   measure::Picture result;
@@ -15,20 +18,29 @@ struct Pictures {
 
 struct Choice {
   int direction, slice, otherSlice, label;
+  int left;  ///< what earlier slices left in every pixel
   bool interior;
 };
 
-/// The pictures of one measure and of the plain one begin alike, with what slices left behind.
-Pictures& Started(Pictures& pictures) {
-  std::memset(&pictures, 0, sizeof pictures);
+/// The pictures of one measure and of the plain one begin alike.
+Pictures& Started(Pictures& pictures, int left) {
+  std::fill_n(&pictures.result[0][0], kPixels, left);
+  std::fill_n(&pictures.mark[0][0], kPixels, left);
   return pictures;
+}
+
+/// Small mostly; the largest ones meet the edge of the pictures.
+int Side(fuzz::FuzzInput& input) {
+  constexpr int kLarge[] = {33, 63, 64, 65, 128, 256, 299, 300};
+  const int side = input.Byte();
+  return side >= 248 ? kLarge[side - 248] : 1 + side % 16;
 }
 
 void Compare(const TestVolume& a, const TestVolume& b, const Choice& c) {
   static Pictures fast;
   static Pictures slow;
-  Pictures& pictures = Started(fast);
-  Pictures& expected = Started(slow);
+  Pictures& pictures = Started(fast, c.left);
+  Pictures& expected = Started(slow, c.left);
   const LabelSlice first{a.Labels(), c.direction, c.slice};
   const LabelSlice second{b.Labels(), c.direction, c.slice};
   const measure::ContourPictures on{
@@ -58,9 +70,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::FuzzInput input(data, size);
   Choice choice{};
   choice.direction = input.Small(0, 2);
-  choice.interior = input.Small(0, 1) == 1;
+  const int kind = input.Byte();
+  choice.interior = kind % 2 == 1;
+  constexpr int kLeft[] = {0, measure::kContourPixel, 1, -1};
+  choice.left = kLeft[kind / 2 % 4];
   choice.label = input.Small(0, 3);
-  const int dims[3] = {input.Small(1, 16), input.Small(1, 16), input.Small(1, 16)};
+  const int dims[3] = {Side(input), Side(input), Side(input)};
+  if (dims[0] * dims[1] * dims[2] > 6000) { return 0; }
   choice.slice = input.Small(0, dims[choice.direction] - 1);
   choice.otherSlice = input.Small(0, dims[1] - 1);
   TestVolume a(dims[0], dims[1], dims[2]);

@@ -1,4 +1,5 @@
-// The distance transform: label, voxel size and sizes first, the labels behind them.
+// The distance transform: label, voxel size and sizes first, the labels behind them. Every instruction set
+// that this machine has.
 #include "fuzz/FuzzInput.h"
 #include "tests/support/PlainDistanceTransform.h"
 #include "tests/support/TestField.h"
@@ -30,15 +31,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   TestVolume image(dims[0], dims[1], dims[2]);
   image.FillFrom(input.Filled(image.Labels().Count()).data());
 
-  const TestField field(image.Labels());
   const TestField plainly(image.Labels());
-  Progress silent;
-  measure::ComputeDistanceTransform(image.Labels(), label, voxel, field.View(), silent);
   plain::ComputeDistanceTransform(image.Labels(), label, voxel, plainly.View());
-  FUZZ_HOLDS(field.Mask() == plainly.Mask());
-  for (std::size_t i = 0; i < field.Count(); ++i) {
-    FUZZ_HOLDS(Same(field.X()[i], plainly.X()[i]) && Same(field.Y()[i], plainly.Y()[i]) &&
-               Same(field.Z()[i], plainly.Z()[i]));
+  Progress silent;
+  for (const measure::InstructionSet set : measure::SupportedInstructionSets()) {
+    const TestField field(image.Labels());
+    measure::ComputeDistanceTransformOn(set, image.Labels(), label, voxel, field.View(), silent);
+    FUZZ_HOLDS(field.Mask() == plainly.Mask());
+    for (std::size_t i = 0; i < field.Count(); ++i) {
+      FUZZ_HOLDS(Same(field.X()[i], plainly.X()[i]) && Same(field.Y()[i], plainly.Y()[i]) &&
+                 Same(field.Z()[i], plainly.Z()[i]));
+    }
   }
   return 0;
 }

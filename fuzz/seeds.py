@@ -105,6 +105,13 @@ def mha_seeds():
         "no_line_end.mha": mha(b"").rstrip(b"\n"),
         "carriage_returns.mha": mha().replace(b"\n", b"\r\n"),
         "empty.mha": b"",
+        "key_at_the_end.mha": mha(b"")[:-len(" = LOCAL\n")],
+        "number_at_the_end.mha": b"NDims = 3\nDimSize = 4 3",
+        "blanks_behind_the_values.mha": mha().replace(b"\n", b" \t \n"),
+        "keys_twice.mha": b"NDims = 9\nDimSize = 1 1 1 1 1 1 1 1 1\n" + mha(),
+        "sizes_of_another_number.mha": mha().replace(b"DimSize", b"NDims = 2\nDimSize"),
+        "text_before_elements.mha": mha(b"header bytes" + bytes(24), HeaderSize="12"),
+        "header_cut.mha": mha(b"12", HeaderSize="3"),
         "folder_of_its_own.mha": mha(b"", ElementDataFile="/no/such/folder/body.raw"),
     }
     for kind in ("CHAR", "SHORT", "INT", "UINT", "FLOAT", "DOUBLE", "OTHER", "DEFAULT"):
@@ -153,6 +160,10 @@ def raw_seeds():
         "short": raw((4, 3, 9)),
         "empty": raw(voxels=b""),
         "every_label": raw((16, 16, 1), voxels=bytes(range(256))),
+        "one_label_everywhere": raw((19, 3, 4), voxels=b"\x05" * 228),
+        "rows_of_one_label": raw((19, 4, 3), flips=(1, 0, 0),
+                                 voxels=b"".join(bytes([row % 3]) * 19 for row in range(12))),
+        "cut_in_a_word": raw((4, 3, 2), size=2, voxels=bytes(range(31))),
     }
 
 
@@ -240,12 +251,29 @@ def transform_seeds():
 
 
 def contour_seeds():
-    def study(direction, interior, label, dims, labels, at=0, other=0):
-        return bytes([direction, interior, label, *(dim - 1 for dim in dims), at, other]) + labels
+    large = (33, 63, 64, 65, 128, 256, 299, 300)
+
+    def side(dim):
+        return 248 + large.index(dim) if dim in large else dim - 1 if dim <= 16 else None
+
+    def study(direction, kind, label, dims, labels, at=0, other=0):
+        return bytes([direction, kind, label, *(side(dim) for dim in dims), at, other]) + labels
+
+    def winding(width):
+        """Rows of the label that meet at their ends in turn."""
+        def bears(x, y):
+            return y % 6 < 3 or (x < 3 if y // 6 % 2 else x >= width - 3)
+        return bytes(1 if bears(x, y) else 0 for x in range(width) for y in range(width))
+
     disc = bytes(1 if (x - 7)**2 + (y - 7)**2 < 30 else 0 for y in range(16) for x in range(16))
     chessboard = bytes((x + y) % 2 for y in range(16) for x in range(16))
     seeds = {
         "one_pixel": study(2, 0, 1, (1, 1, 1), b"\x01"),
+        "widest_slice": study(2, 0, 1, (300, 16, 1), disc * 19),
+        "highest_slice_within": study(2, 1, 1, (16, 300, 1), disc * 19),
+        "winding_against_the_sweeps": study(2, 0, 1, (64, 64, 1), winding(64)),
+        "border_left_by_another": study(2, 3, 1, (16, 16, 1), disc),
+        "labels_left_by_another": study(2, 5, 1, (16, 16, 1), disc),
         "two_columns": study(2, 0, 1, (2, 16, 1), b"\x01\0"),
         "label_0": study(2, 0, 0, (16, 16, 1), disc),
         "label_on_the_border": study(2, 0, 1, (16, 16, 1), b"\x01"),
