@@ -181,6 +181,7 @@ bool MetaImage::TakeSizes(const std::vector<FieldRecord>& records) {
     return Fail(text, text);
   }
   nDims = dimensions;
+  std::fill(std::begin(subQuantity), std::end(subQuantity), 1);
   std::int64_t product = 1;
   for (int i = 0; i < nDims; ++i) {
     const auto& sizes = records[kDimSize].numbers;
@@ -218,8 +219,8 @@ bool MetaImage::TakeFields(const std::vector<FieldRecord>& records) {
   elementNBits = records[kElementNBits].defined ? WholeNumber(FirstNumber(records[kElementNBits]))
                                                 : 8 * elementBytes;
   const std::string& msb = records[kMsb].text;
-  elementMsb = !records[kMsb].defined || msb.empty() || msb[0] == 'f' || msb[0] == 'F' ? 0 : 1;
-  if (records[kMsb].defined && msb.empty()) { elementMsb = 1; }
+  const bool isFalse = !msb.empty() && (msb[0] == 'f' || msb[0] == 'F');
+  elementMsb = records[kMsb].defined && !isFalse ? 1 : 0;
   CopyText(records[kDataFile].text, elementDataFile);
   return true;
 }
