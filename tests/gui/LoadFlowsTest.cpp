@@ -168,6 +168,42 @@ TEST_F(LoadFlowsTest, ListFilesLoadTheStudiesThatTheyName) {
   }
 }
 
+TEST_F(LoadFlowsTest, AMetaImageWithItsElementsBehindTheHeaderLoadsAsARawFile) {
+  for (const int bytes : {1, 2}) {
+    std::string file = std::string("NDims = 3\nDimSize = 4 3 2\nElementSize = 0.5 0.25 2\n") +
+                       "ElementType = " + (bytes == 1 ? "MET_UCHAR" : "MET_USHORT") +
+                       "\nElementByteOrderMSB = True\nElementDataFile = LOCAL\n";
+    const std::size_t header = file.size();
+    for (char value = 0; value < 24; ++value) { file += std::string(bytes - 1U, '\0') + value; }
+    std::ofstream("local.mha", std::ios::binary) << file;
+    LoadGreyGipl("local.mha");
+
+    EXPECT_STREQ(Ui().statusOutput->value(), "Loading Successful");
+    EXPECT_EQ(Ui().greyHeaderSizeInput->value(), static_cast<double>(header));
+    EXPECT_EQ(Ui().greyBytesInput->value(), bytes);
+    ASSERT_EQ(Ui().imageCount, 1);
+    const VoxData& slot = *Ui().images[0];
+    EXPECT_EQ(slot.spacing[1], 0.25F);
+    EXPECT_EQ(slot.GetScale(), 65535.0 / 23.0);
+    // The default origin mirrors y and z: the last voxel of the file has the largest value.
+    EXPECT_EQ(slot.grey[0][2][1], 0);
+    EXPECT_EQ(slot.grey[1][2][1], 2849);
+    EXPECT_EQ(slot.grey[3][0][0], 65535);
+  }
+}
+
+TEST_F(LoadFlowsTest, AMetaImageThatIsTooShortLeavesTheDialogAsItWas) {
+  Menu("File/Load/GreyRawFile");
+  Ui().greyXdimInput->value(77);
+  std::ofstream("short.mha") << "NDims = 3\nDimSize = 4 3 2\nElementType = MET_UCHAR\n"
+                                "ElementByteOrderMSB = False\nElementDataFile = LOCAL\n12345";
+  chooserAnswers.emplace_back("short.mha");
+  Click(ButtonByLabel(Ui().loadGreyWindow, "Select"));
+  EXPECT_STREQ(Ui().greyFileNameInput->value(), "short.mha");
+  EXPECT_EQ(Ui().greyXdimInput->value(), 77.0);
+  EXPECT_EQ(TakeOutput(), "Error: read 5 but expecting 24\n");
+}
+
 TEST_F(LoadFlowsTest, ARawLineRightBehindTheOriginalIsASegmentation) {
   chooserAnswers.emplace_back("study_rawfirst.tlx");
   Menu("File/Load/Selection File");
@@ -202,13 +238,17 @@ TEST_F(LoadFlowsTest, ALongLineOrTooManyImagesAreRefusedBeforeAnythingChanges) {
 }
 
 TEST_F(LoadFlowsTest, AfterAListASegmentationByHandReplacesTheLastOneAndAFurtherOneIsRefused) {
-  chooserAnswers.emplace_back("study_two.tlx");
+  chooserAnswers.emplace_back("study.tlx");
   Menu("File/Load/Selection File");
   const int loaded = Ui().imageCount;
-  ASSERT_GT(loaded, 0);
-  LoadSegByHand("seg256.raw");
+  ASSERT_GT(loaded, 1);
+  std::ofstream("sevens.raw", std::ios::binary) << std::string(256 + 24, '\7');
+  LoadSegByHand("sevens.raw");
   EXPECT_EQ(Ui().imageCount, loaded);
   EXPECT_TRUE(alerts.empty());
+  for (int slot = 0; slot < loaded; ++slot) {
+    EXPECT_EQ(Ui().images[slot]->labelPresent[7], slot == loaded - 1 ? 1 : 0) << slot;
+  }
 
   LoadSegByHand("u1r2.gipl");
   EXPECT_EQ(Ui().imageCount, loaded);
