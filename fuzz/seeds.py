@@ -106,6 +106,7 @@ def mha_seeds():
         "carriage_returns.mha": mha().replace(b"\n", b"\r\n"),
         "empty.mha": b"",
         "key_at_the_end.mha": mha(b"")[:-len(" = LOCAL\n")],
+        "value_at_the_end.mha": mha(b"")[:-len("LOCAL\n")],
         "number_at_the_end.mha": b"NDims = 3\nDimSize = 4 3",
         "blanks_behind_the_values.mha": mha().replace(b"\n", b" \t \n"),
         "keys_twice.mha": b"NDims = 9\nDimSize = 1 1 1 1 1 1 1 1 1\n" + mha(),
