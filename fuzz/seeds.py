@@ -260,11 +260,14 @@ def contour_seeds():
     def study(direction, kind, label, dims, labels, at=0, other=0):
         return bytes([direction, kind, label, *(side(dim) for dim in dims), at, other]) + labels
 
-    def winding(width):
-        """Rows of the label that meet at their ends in turn."""
+    def winding():
+        """Six long runs that meet at their ends in turn: a wave round them takes 700 sweeps."""
         def bears(x, y):
-            return y % 6 < 3 or (x < 3 if y // 6 % 2 else x >= width - 3)
-        return bytes(1 if bears(x, y) else 0 for x in range(width) for y in range(width))
+            run, beside = divmod(y - 2, 5)
+            if not (3 <= x <= 124 and 2 <= y <= 27):
+                return False
+            return beside == 0 or x == (3 if run % 2 else 124)
+        return bytes(1 if bears(x, y) else 0 for y in range(33) for x in range(128))
 
     disc = bytes(1 if (x - 7)**2 + (y - 7)**2 < 30 else 0 for y in range(16) for x in range(16))
     chessboard = bytes((x + y) % 2 for y in range(16) for x in range(16))
@@ -272,7 +275,8 @@ def contour_seeds():
         "one_pixel": study(2, 0, 1, (1, 1, 1), b"\x01"),
         "widest_slice": study(2, 0, 1, (300, 16, 1), disc * 19),
         "highest_slice_within": study(2, 1, 1, (16, 300, 1), disc * 19),
-        "winding_against_the_sweeps": study(2, 0, 1, (64, 64, 1), winding(64)),
+        "longer_than_the_sweeps": study(2, 0, 1, (128, 33, 1), winding()),
+        "longer_than_the_sweeps_within": study(2, 1, 1, (128, 33, 1), winding()),
         "border_left_by_another": study(2, 3, 1, (16, 16, 1), disc),
         "labels_left_by_another": study(2, 5, 1, (16, 16, 1), disc),
         "two_columns": study(2, 0, 1, (2, 16, 1), b"\x01\0"),
