@@ -3,8 +3,11 @@
 #include "VoxData/VoxData.h"
 #include "tests/VoxData/ReaderFolder.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <utility>
 
@@ -146,6 +149,38 @@ TEST_F(GiplTest, AHeaderIsReadFromAPackedFileWhoseVoxelsAreRefused) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(volume.ReadGrey((path + ".gz").c_str(), 4, 3, 2, 1, 0, 0, 0, 1, 1, 256), -1);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "   unzipping of data not supported\n");
+}
+
+/// As long as it lives the process can open nothing more, so that no command starts.
+class NoMoreFiles {
+public:
+  NoMoreFiles() {
+    getrlimit(RLIMIT_NOFILE, &before);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    setrlimit(RLIMIT_NOFILE, &none);
+  }
+  NoMoreFiles(const NoMoreFiles&) = delete;
+  NoMoreFiles& operator=(const NoMoreFiles&) = delete;
+  ~NoMoreFiles() { setrlimit(RLIMIT_NOFILE, &before); }
+
+private:
+  rlimit before{};
+};
+
+TEST_F(GiplTest, ACommandThatCannotStartIsToldAndSetsTheHeaderSizeAlone) {
+  const std::string path = folder + "packed.gipl.gz";
+  testing::internal::CaptureStderr();
+  {
+    const NoMoreFiles none;
+    ipReadGiplHeader(path.c_str(), dialog);
+  }
+
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Warning: popen of \"" + path + "\" failed:ds: " + std::strerror(EMFILE) + "\n");
+  EXPECT_EQ(dialog.headerSize, 256.0);
+  ExpectDims(11, 12, 13);
+  EXPECT_EQ(dialog.bytes, 3.0);
 }
 
 TEST_F(GiplTest, ANewHeaderIsEmptyButForItsMarks) {

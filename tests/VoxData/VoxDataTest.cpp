@@ -131,6 +131,34 @@ TEST(VoxDataTest, PlanesAreWrittenInTheOrderOfTheirAxis) {
   EXPECT_EQ(volume.GetSegSlice(0, 2, plane), -1);
 }
 
+TEST(VoxDataTest, GreyVoxelsAnswerLikeLabels) {
+  VoxData volume;
+  volume.SetupSlot("", 2, 3, 4, 1, 0, 0, 0, 1, 1);
+  std::uint16_t value = 9;
+  EXPECT_EQ(volume.GetGreyVoxel(0, 0, 0, value), -1);  // there is no grey array yet
+  ASSERT_EQ(volume.AllocateArrays(0), 1);
+  for (int x = 0; x < 2; ++x) {
+    for (int y = 0; y < 3; ++y) {
+      for (int z = 0; z < 4; ++z) {
+        volume.grey[x][y][z] = static_cast<std::uint16_t>(1000 * x + 10 * y + z);
+      }
+    }
+  }
+  std::uint16_t plane[12] = {};
+
+  EXPECT_EQ(volume.GetGreyVoxel(2, 0, 0, value), -1);
+  EXPECT_EQ(volume.GetGreyVoxel(0, -1, 0, value), -1);
+  EXPECT_EQ(value, 9);
+  EXPECT_EQ(volume.GetGreyVoxel(1, 2, 3, value), 1);
+  EXPECT_EQ(value, 1023);
+  EXPECT_EQ(volume.GetGreySlice(2, 3, plane), 1);
+  EXPECT_EQ(plane[1], 1003);  // x inner
+  EXPECT_EQ(plane[2], 13);    // y outer
+  EXPECT_EQ(volume.GetGreySlice(1, 2, plane), 1);
+  EXPECT_EQ(plane[4], 1020);  // x outer, z inner
+  EXPECT_EQ(volume.GetGreySlice(3, 0, plane), -1);
+}
+
 TEST(VoxDataTest, WorkVoxelsFeedTheScalars) {
   VoxData volume;
   volume.SetupWork(3, 4, 5, 1, 0, 0, 0, 0, 0);
@@ -175,6 +203,48 @@ TEST(VoxDataTest, ACopyBorrowsTheGreyVoxelsAndOwnsItsLabels) {
   EXPECT_EQ(copy.grey, source.grey);
   EXPECT_EQ(copy.spacing[2], 2.0F);
   EXPECT_EQ(copy.GetImage()->GetPointData()->GetScalars(), nullptr);
+}
+
+TEST(VoxDataTest, ACopyTakesOverAllThatDescribesTheVolume) {
+  VoxData source;
+  source.SetupSlot("", 3, 4, 5, 1, 0, 0, 1, 0, 1);
+  std::strcpy(source.fileName1, "grey.gipl");
+  std::strcpy(source.fileName2, "seg.gipl");
+  source.labels[9].defined = 1;
+  source.labels[9].rgb[1] = 77;
+  source.labelCount = 8;
+  testing::internal::CaptureStdout();
+  const VoxData copy(source);
+  testing::internal::GetCapturedStdout();
+
+  EXPECT_STREQ(copy.fileName1, "grey.gipl");
+  EXPECT_STREQ(copy.fileName2, "seg.gipl");
+  for (int axis = 0; axis < 3; ++axis) {
+    EXPECT_EQ(copy.loopStart[axis], source.loopStart[axis]);
+    EXPECT_EQ(copy.loopEnd[axis], source.loopEnd[axis]);
+    EXPECT_EQ(copy.loopStep[axis], source.loopStep[axis]);
+  }
+  EXPECT_EQ(copy.loopStart[0], 2);
+  EXPECT_EQ(copy.GetScale(), -0.65535);
+  EXPECT_EQ(copy.GetLabelCount(), 8);
+  std::uint8_t rgb[3];
+  char name[201];
+  EXPECT_EQ(copy.GetLabel(9, rgb, name), 1);
+  EXPECT_EQ(rgb[1], 77);
+  int dims[3];
+  copy.GetImage()->GetDimensions(dims);
+  EXPECT_EQ(dims[1], 4);
+}
+
+TEST(VoxDataTest, ACopyOfAnEmptyVolumeIsEmpty) {
+  const VoxData source;
+  testing::internal::CaptureStdout();
+  const VoxData copy(source);
+
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "copy....\n");
+  EXPECT_EQ(copy.seg, nullptr);
+  EXPECT_EQ(copy.GetImage(), nullptr);
+  EXPECT_NE(copy.fileName1, source.fileName1);
 }
 
 TEST(VoxDataTest, SizesThatMakeNoVolumeAreRefused) {
