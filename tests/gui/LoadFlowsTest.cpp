@@ -204,6 +204,18 @@ TEST_F(LoadFlowsTest, AMetaImageThatIsTooShortLeavesTheDialogAsItWas) {
   EXPECT_EQ(TakeOutput(), "Error: read 5 but expecting 24\n");
 }
 
+TEST_F(LoadFlowsTest, OnPurposeEachLoadChangesTheTitleThatNoWindowShows) {
+  for (const auto& [file, title] :
+       {std::pair<const char*, const char*>{"study_gaps.tlx", "grey.gipl - gap3.gipl"},
+        {"study_full.tlx", "grey.gipl - full.gipl"}}) {
+    chooserAnswers.emplace_back(file);
+    Menu("File/Load/Selection File");
+
+    EXPECT_STREQ(Ui().ComposedTitle(), title);
+    EXPECT_STREQ(Ui().mainWindow->label(), "Tolvex 1.0");
+  }
+}
+
 TEST_F(LoadFlowsTest, ARawLineRightBehindTheOriginalIsASegmentation) {
   chooserAnswers.emplace_back("study_rawfirst.tlx");
   Menu("File/Load/Selection File");

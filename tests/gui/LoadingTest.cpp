@@ -141,6 +141,15 @@ TEST_F(LoadingTest, EveryFurtherSegmentationMakesASlotWithTheSameGreyVoxels) {
   EXPECT_EQ(Ui().plotImage2Choice->value(), 1);
 }
 
+TEST_F(LoadingTest, ALoadByHandLeavesTheTitleAlone) {
+  Ui().SetTitleParts("before", "these");
+  LoadGrey();
+  LoadSegByHand(Seg("one.raw", {1}));
+
+  EXPECT_STREQ(Ui().ComposedTitle(), "before - these");
+  EXPECT_STREQ(Ui().mainWindow->label(), "Tolvex 1.0");
+}
+
 TEST_F(LoadingTest, ThePlotSlidersTakeTheDepthOfTheFirstImage) {
   LoadGrey();
   LoadSegByHand(Seg("one.raw", {1}));
@@ -362,6 +371,18 @@ TEST_F(LoadingTest, TwoFilesOfOneNameShareAnEntryAndTheErrorStreamSaysSo) {
   EXPECT_NE(errors.find(folder + "one.raw"), std::string::npos) << errors;
   EXPECT_NE(errors.find(folder + "sub/one.raw"), std::string::npos) << errors;
   EXPECT_NE(errors.find("the entry one.raw"), std::string::npos) << errors;
+}
+
+TEST_F(LoadingTest, OnPurposeBehindASharedEntryMenuAndSlotsNoLongerAgree) {
+  LoadGrey();
+  LoadSegByHand(Seg("one.raw", {1}));
+  ASSERT_EQ(mkdir((folder + "sub").c_str(), 0700), 0);
+  LoadSegByHand(Seg("sub/one.raw", {2}));
+  LoadSegByHand(Seg("three.raw", {3}));
+
+  EXPECT_THAT(Entries(Ui().image1Choice), ElementsAre("one.raw", "three.raw"));
+  EXPECT_EQ(Ui().images[1]->labelPresent[2], 1);  // entry 1 names the third file
+  EXPECT_EQ(Ui().images[2]->labelPresent[3], 1);  // and no entry leads to its slot
 }
 
 TEST_F(LoadingTest, NamesShowExactlyAsTheyAre) {

@@ -12,7 +12,9 @@
 #include <FL/Fl_Round_Button.H>
 #include <FL/Fl_Scrollbar.H>
 #include <FL/Fl_Slider.H>
+#include <FL/Fl_Value_Input.H>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 
@@ -33,9 +35,11 @@ struct ErrorStreamReleased {
 /// A study of 20 x 30 x 40 voxels: grey rises with x; label 1 fills the half with small x.
 class SliceViewsTest : public Interface {
 protected:
+  std::string folder;
+
   void SetUp() override {
     Interface::SetUp();
-    const std::string folder = Scratch() + "/";
+    folder = Scratch() + "/";
     std::vector<char> grey(256, 0);
     std::vector<char> seg(256, 0);
     for (int i = 0; i < kX * kY * kZ; ++i) {
@@ -218,6 +222,20 @@ TEST_F(SliceViewsTest, HidingAndShowingKeepsThePicture) {
   EXPECT_EQ(before.green, after.green);
 }
 
+TEST_F(SliceViewsTest, OnPurposeAnImageOfAnotherSizeIsShownInTheSizesOfTheLastLoad) {
+  Ui().greyXdimInput->value(6);
+  LoadSegByHand(folder + "s.raw");
+  ASSERT_EQ(Ui().xyView->sliceWidth, 6);
+
+  for (const int image : {0, 2, 1}) {
+    Slide(Ui().imageSlider, image);
+    Settle();
+    EXPECT_EQ(Ui().xyView->sliceWidth, 6);
+    EXPECT_EQ(Ui().xyView->sliceHeight, kY);
+    EXPECT_EQ(Ui().xzView->sliceHeight, 6);
+  }
+}
+
 TEST_F(SliceViewsTest, ABrokenCallingOrderEndsTheProgram) {
   Window2D* view = Ui().xyView;
   view->ClearView();
@@ -267,6 +285,85 @@ TEST_F(SliceViewsTest, AValueOfSixtyFiveThousandFiveHundredThirtySixPaintsBlack)
   const int row = canvas.textureWidth + canvas.paddingX;
   EXPECT_EQ(canvas.greyTextureData[row * 4 + 3], 0);
   EXPECT_EQ(canvas.greyTextureData[row * 5 + 3], 65535);
+}
+
+/// The pixels of a view where `is` holds, and how far each lies from the lines through the middle
+/// of slice pixel (i, j).
+struct CrossPixels {
+  int count = 0;
+  double farthest = 0.0;
+};
+
+template <class Is>
+CrossPixels CrossOf(Segimage* canvas, double i, double j, Is is) {
+  const double x = ((i + 0.5) * canvas->voxelSizeX - canvas->viewCentreX) * canvas->zoom;
+  const double y = ((j + 0.5) * canvas->voxelSizeY - canvas->viewCentreY) * canvas->zoom;
+  const std::vector<Pixel> pixels = Interface::PixelsOf(canvas);
+  CrossPixels cross;
+  for (std::size_t at = 0; at < pixels.size(); ++at) {
+    if (!is(pixels[at])) { continue; }
+    const double column = static_cast<int>(at) % canvas->w() + 0.5 - canvas->w() / 2.0;
+    const double row = static_cast<int>(at) / canvas->w() + 0.5 - canvas->h() / 2.0;
+    cross.farthest = std::max(cross.farthest, std::min(std::fabs(column - x), std::fabs(row - y)));
+    ++cross.count;
+  }
+  return cross;
+}
+
+TEST_F(SliceViewsTest, InPlainModeTheCanvasKeepsAGreenCrossAtTheFirstVoxelForTheWholeRun) {
+  const auto isGreen = [](const Pixel& pixel) {
+    return pixel.green > 200 && pixel.red < 60;
+  };
+  const auto isPurple = [](const Pixel& pixel) {
+    return pixel.red > 100 && pixel.blue > 100 && pixel.green < 60;
+  };
+  Segimage* canvas = Ui().segimage;
+  EXPECT_EQ(CrossOf(canvas, 0, 0, isGreen).count, 0);  // navigating: only the cursor, in blue
+  Shortcut(canvas, 'p');
+
+  for (const int place : {4, 13}) {
+    for (Fl_Scrollbar* slider : Ui().cursorSlider) { Slide(slider, place); }
+    const CrossPixels green = CrossOf(canvas, 0, 0, isGreen);
+    EXPECT_GT(green.count, 60);
+    EXPECT_LE(green.farthest, 1.0);
+    const CrossPixels purple = CrossOf(canvas, place, place, isPurple);
+    EXPECT_GT(purple.count, 60);
+    EXPECT_LE(purple.farthest, 1.0);
+  }
+}
+
+TEST_F(SliceViewsTest, AClickOnTheCanvasMovesEveryView) {
+  CrosshairTool();
+  Segimage* canvas = Ui().segimage;
+  Press(canvas, canvas->w() / 2 + 3, canvas->h() / 2 - 3);
+  EXPECT_EQ(viewState->GetLiveUpdate(), 0);
+  DragTo(canvas, 0, 0);
+  EXPECT_EQ(viewState->GetCursor()[0], 0);
+  EXPECT_EQ(viewState->GetCursor()[1], kY - 1);
+  currentDirection = 1;
+  Release(canvas, canvas->w() / 2 + 3, canvas->h() / 2 - 3);
+
+  EXPECT_EQ(viewState->GetLiveUpdate(), 1);
+  EXPECT_EQ(viewState->GetCursor()[0], kX / 2);
+  EXPECT_EQ(viewState->GetCursor()[1], kY / 2);
+  EXPECT_STREQ(Ui().sliceOutput[0]->value(), "11 of 20");
+  EXPECT_EQ(currentDirection, 2);
+  Settle();
+  EXPECT_EQ(Ui().xzView->currentSlice, kY / 2);
+}
+
+TEST_F(SliceViewsTest, TheCanvasMovesAndZoomsLikeAView) {
+  Segimage* canvas = Ui().segimage;
+  const float centre = canvas->viewCentreY;
+  const float whole = canvas->zoom;
+  Drag(canvas, 100, 100, 100, 120);
+  EXPECT_FLOAT_EQ(canvas->viewCentreY, centre + 20.0F / whole);
+  Drag(canvas, 100, 100, 100, 110, 3);
+  EXPECT_NEAR(canvas->zoom, whole / std::pow(1.05, 10), 1e-3);
+  Drag(canvas, 100, 100, 100, 2000, 3);
+  EXPECT_FLOAT_EQ(canvas->zoom, 1.0F / (kX * canvas->voxelSizeX));
+  Drag(canvas, 100, 100, 150, 150, 2);  // the middle button takes the events and does nothing
+  EXPECT_FLOAT_EQ(canvas->zoom, 1.0F / (kX * canvas->voxelSizeX));
 }
 
 TEST_F(SliceViewsTest, TheCanvasHasRoomForItsFixedPicture) {
