@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -18,7 +19,8 @@ constexpr std::size_t kVoxels = std::size_t{kSide} * kSide * kSide;
 /// A file of noise for grey values, or of a ball of label 2; removed at the end.
 class VolumeFile {
 public:
-  VolumeFile(const char* name, bool grey) : path(std::string("/tmp/") + name) {
+  VolumeFile(const char* name, bool grey)
+      : path((std::filesystem::temp_directory_path() / name).string()) {
     std::vector<char> bytes(256, 0);
     bytes.reserve(256 + (grey ? 2 : 1) * kVoxels);
     unsigned noise = 1;

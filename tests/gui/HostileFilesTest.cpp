@@ -101,7 +101,7 @@ protected:
   }
   /// A path of 5,000 characters.
   static std::string Endless(const std::string& ending, char fill = 'n') {
-    return "/tmp/" + std::string(5000 - 5 - ending.size(), fill) + ending;
+    return "/long/" + std::string(5000 - 6 - ending.size(), fill) + ending;
   }
 
   void SelectGrey(const std::string& path) {
