@@ -1,7 +1,6 @@
 # The Debian package: cpack --config build/release/CPackConfig.cmake
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tolvex)
-set(CPACK_PACKAGE_CONTACT "Tolvex developers <tolvex@example.org>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "validation of medical image segmentations")
 set(CPACK_PACKAGE_DESCRIPTION
 "Several people outline the same structure in the same grey volume, each
@@ -18,10 +17,10 @@ set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
-# The libraries come from what the programs are linked with. Besides them gzip opens headers of
-# compressed volumes, uncompress those of older ones, and the labels are made for these fonts.
+# The libraries come from what the programs are linked with. Besides them gzip, which every Debian
+# has, opens headers of compressed volumes, uncompress those of older ones, and the labels are made
+# for these fonts.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS gzip)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, libgl1-mesa-dri, ncompress")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
