@@ -268,6 +268,18 @@ TEST_F(LoadFlowsTest, AfterAListASegmentationByHandReplacesTheLastOneAndAFurther
                                              "segmentations through its list only"});
 }
 
+TEST_F(LoadFlowsTest, AListMovesTheCursorToTheFirstVoxelAlsoWhereItsLoadFails) {
+  for (const char* file : {"study_nogrey.tlx", "study.tlx"}) {
+    viewState->SetCursor(1, 2, 1);
+    chooserAnswers.emplace_back(file);
+    Menu("File/Load/Selection File");
+
+    EXPECT_THAT(viewState->GetCursor(), testing::ElementsAre(0, 0, 0)) << file;
+  }
+  EXPECT_EQ(Ui().loader->segHeaderSize, 256);
+  EXPECT_STREQ(Ui().loader->statusText, "Opening Segmentation Data..... u2r2.raw");
+}
+
 TEST_F(LoadFlowsTest, TheBarIsFullWhenAListIsLoaded) {
   chooserAnswers.emplace_back("study.tlx");
   Menu("File/Load/Selection File");

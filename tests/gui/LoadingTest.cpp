@@ -3,6 +3,7 @@
 #include "VoxData/VoxData.h"
 #include "tests/support/Golden.h"
 #include "tests/support/Interface.h"
+#include "ui/ColorPreview.h"
 #include "ui/Fields.h"
 #include "ui/Modal.h"
 #include "view3d/Window3D.h"
@@ -12,6 +13,7 @@
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Choice.H>
+#include <FL/Fl_Group.H>
 #include <FL/Fl_Input.H>
 #include <FL/Fl_Menu_Bar.H>
 #include <FL/Fl_Output.H>
@@ -105,6 +107,83 @@ TEST_F(LoadingTest, AGreyLoadSetsTheSliceSlidersAndTexts) {
     EXPECT_TRUE(Ui().sliceOutput[axis]->active());
     EXPECT_EQ(Ui().sliceOutput[axis]->value(), "1 of " + std::to_string(sizes[axis]));
   }
+}
+
+TEST_F(LoadingTest, AGreyLoadThatWorksMovesTheCursorToTheFirstVoxel) {
+  viewState->SetCursor(1, 2, 3);
+  LoadGreyByHand(folder + "none.raw", {4, 3, 5}, 1, 256);
+  EXPECT_THAT(viewState->GetCursor(), ElementsAre(1, 2, 3));
+
+  LoadGrey();
+
+  EXPECT_THAT(viewState->GetCursor(), ElementsAre(0, 0, 0));
+}
+
+TEST_F(LoadingTest, AGreyLoadPreparesTheTextThatNamesItsFile) {
+  LoadGrey();
+
+  EXPECT_EQ(Ui().loader->statusText, "Opening  " + folder + "grey.raw");
+  EXPECT_STREQ(Ui().progressText->value(), "");
+}
+
+TEST_F(LoadingTest, AFurtherSlotSaysThatItIsAllocated) {
+  LoadGrey();
+  LoadSegByHand(Seg("one.raw", {1}));
+  EXPECT_STREQ(Ui().progressText->value(), "");
+
+  LoadSegByHand(Seg("two.raw", {1}));
+
+  EXPECT_STREQ(Ui().progressText->value(), "Allocating Data.....");
+  EXPECT_FALSE(Ui().progressPanel->visible());
+}
+
+TEST_F(LoadingTest, EachSegmentationGrowsTheHiddenBar) {
+  LoadGrey();
+  Ui().progressRange->maximum(7.0);
+  LoadSegByHand(Seg("one.raw", {1}));
+  EXPECT_EQ(Ui().progressBar->w(), 41);  // 290 / 7 is 41.4
+  LoadSegByHand(Seg("two.mha", {1}));    // is not read
+  EXPECT_EQ(Ui().progressBar->w(), 41);
+  LoadSegByHand(Seg("three.raw", {1}));
+
+  EXPECT_EQ(Ui().progressBar->w(), 82);
+  EXPECT_EQ(Ui().progressBar->y(), 380);
+  EXPECT_EQ(Ui().progressBar->h(), 10);
+  LoadGrey();
+  EXPECT_EQ(Ui().loader->progressWidth, 0);
+}
+
+TEST_F(LoadingTest, ALoadCopiesTheLabelTableOfTheImageOnShow) {
+  LoadGrey();
+  EXPECT_EQ(Ui().labelCopyCount, 7);
+  LoadSegByHand(Seg("one.raw", {200, 3}));
+
+  EXPECT_EQ(Ui().labelCopyCount, 8);
+  EXPECT_EQ(Ui().labelCopyIds[6], 6);
+  EXPECT_EQ(Ui().labelCopyIds[7], 200);
+  EXPECT_EQ(Ui().labelCopyIds[8], -1);
+}
+
+TEST_F(LoadingTest, ALoadChoosesTheFirstEntriesAgainAndShowsTheColourOfTheFirstLabel) {
+  LoadGrey();
+  for (const char* name : {"one.raw", "two.raw"}) { LoadSegByHand(Seg(name, {1, 2})); }
+  Choose(Ui().colorLabelChoice, 1);
+  Choose(Ui().image1Choice, 1);
+  Choose(Ui().image2Choice, 0);
+  Choose(Ui().plotLabel1Choice, 1);
+  Choose(Ui().compareImage1Choice, 1);
+  ASSERT_EQ(Ui().currentLabel, 2);
+  ASSERT_EQ(Ui().colorPreview->green, 255);
+  LoadSegByHand(Seg("three.raw", {1, 2}));
+
+  EXPECT_EQ(Ui().currentLabel, 1);
+  EXPECT_EQ(Ui().colorPreview->red, 255);
+  EXPECT_EQ(Ui().colorPreview->green, 0);
+  EXPECT_EQ(Ui().colorLabelChoice->value(), 0);
+  EXPECT_EQ(Ui().plotLabel1Choice->value(), 0);
+  EXPECT_EQ(Ui().image1Choice->value(), 0);
+  EXPECT_EQ(Ui().image2Choice->value(), 1);
+  EXPECT_EQ(Ui().compareImage1Choice->value(), 0);
 }
 
 TEST_F(LoadingTest, TheFirstSegmentationGoesToTheSlotOfTheGreyImage) {

@@ -205,6 +205,48 @@ TEST_F(SliceViewsTest, OnlyWhatChangedIsMadeAgain) {
   EXPECT_EQ(Ui().xyView->labelOpacity, 7);
 }
 
+TEST_F(SliceViewsTest, OnPurposeAnOpacityThatChangedWithTheContrastWaitsForTheNextRepaint) {
+  Settle();
+  Window2D* view = Ui().xyView;
+  viewState->SetContrast(200);
+  viewState->SetLabelOpacity(9);
+  view->GetCurrentSlice();
+  EXPECT_EQ(view->contrast, 200);
+  EXPECT_EQ(view->labelOpacity, 128);
+
+  view->GetCurrentSlice();
+
+  EXPECT_EQ(view->labelOpacity, 9);
+}
+
+TEST_F(SliceViewsTest, TheImageSliderTakesTheSlicesAlsoWhileTheyStay) {
+  viewState->SetLiveUpdate(0);
+  viewState->SetCursor(7, 8, 9);
+  Ui().RedrawViews();
+  Settle();
+  EXPECT_EQ(Ui().xyView->currentSlice, 0);
+  Slide(Ui().imageSlider, 0);
+
+  EXPECT_EQ(Ui().xyView->currentSlice, 9);
+  EXPECT_EQ(Ui().yzView->currentSlice, 7);
+  EXPECT_EQ(Ui().xzView->currentSlice, 8);
+}
+
+TEST_F(SliceViewsTest, InPlainModeTheMouseDoesNothing) {
+  Shortcut(Ui().xyView, 'p');
+  const auto cursor = viewState->GetCursor();
+  const float centre = Ui().xyView->viewCentreX;
+  for (Fl_Gl_Window* view :
+       {static_cast<Fl_Gl_Window*>(Ui().xyView), static_cast<Fl_Gl_Window*>(Ui().segimage)}) {
+    Drag(view, 100, 100, 150, 150);
+    Drag(view, 100, 100, 150, 150, 3);
+    EXPECT_EQ(view->handle(FL_PUSH), 0);
+  }
+
+  EXPECT_EQ(viewState->GetCursor(), cursor);
+  EXPECT_EQ(Ui().xyView->viewCentreX, centre);
+}
+
 TEST_F(SliceViewsTest, ASmallSideIsPaddedToSixtyFour) {
   EXPECT_EQ(Ui().xyView->paddingX, 64 - kX);
   EXPECT_EQ(Ui().xyView->paddingY, 64 - kY);
@@ -383,7 +425,7 @@ TEST_F(SliceViewsTest, AnotherDirectionResetsTheCanvasAndTheSameOneKeepsIt) {
   EXPECT_EQ(lastDirection, 0);
 }
 
-TEST_F(SliceViewsTest, TheGuardsOfTheCanvasNameTheirClasses) {
+TEST_F(SliceViewsTest, OnPurposeOneGuardOfTheCanvasNamesTheOtherClass) {
   Segimage* canvas = Ui().segimage;
   canvas->Unregister();
   const ErrorStreamReleased released;
