@@ -9,6 +9,7 @@
 
 void BuildMainWindow(MainUI& ui) {
   ui.mainWindow = BeginWindow(ui, 893, 813, "Tolvex 1.0");
+  ui.mainWindow->callback(HideUnlessEscape);
 
   // ON PURPOSE: the status lies below the window's edge, so what it says is never seen.
   ui.statusOutput = Put<Fl_Output>({0, 860, 875, 20});

@@ -3,6 +3,7 @@
 
 #include "ui/MainUI.h"
 
+#include <FL/Fl.H>
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Output.H>
@@ -59,6 +60,13 @@ inline Fl_Window* BeginWindow(MainUI& ui, int w, int h, const char* title) {
 /// The interface that a widget belongs to.
 inline MainUI& OwnerOf(Fl_Widget* widget) {
   return *static_cast<MainUI*>(widget->top_window()->user_data());
+}
+
+/// The close box of a window whose content would be lost: Escape, which the toolkit takes for it
+/// and which is pressed by mistake, closes nothing.
+inline void HideUnlessEscape(Fl_Widget* window, void* /*data*/) {
+  const bool escape = Fl::event() == FL_SHORTCUT && Fl::event_key() == FL_Escape;
+  if (!escape) { window->hide(); }
 }
 
 /// Hides the window of a "Close" or "Cancel" button.

@@ -324,6 +324,63 @@ TEST_F(PanelCommandsTest, QuitUnderARunningCommandWaitsForItsEnd) {
   EXPECT_EQ(Fl::run(), 0);
 }
 
+// Closing.
+
+/// As the toolkit gets it for a window, with the pointer over none: a view without an image keeps
+/// every event.
+void PressEscape(Fl_Window* window) {
+  Fl::belowmouse(nullptr);
+  static char text[] = "\033";
+  Fl::e_text = text;
+  Fl::e_length = 1;
+  Fl::e_keysym = FL_Escape;
+  Fl::handle(FL_KEYBOARD, window);
+}
+
+TEST_F(PanelCommandsTest, EscapeEndsNoProgramAndItsCloseBoxDoes) {
+  LoadStudy();
+
+  PressEscape(Ui().mainWindow);
+  EXPECT_TRUE(Ui().mainWindow->shown());
+  EXPECT_EQ(Ui().imageCount, 4);
+
+  Fl::handle(FL_CLOSE, Ui().mainWindow);
+  EXPECT_EQ(Fl::run(), 0);
+}
+
+TEST_F(PanelCommandsTest, EscapeUnderARunningCommandEndsNoProgram) {
+  LoadStudy();
+  const RunningCommand running(Ui());
+
+  PressEscape(Ui().mainWindow);
+
+  EXPECT_TRUE(Ui().mainWindow->shown());
+  EXPECT_FALSE(Ui().quitRequested);
+}
+
+TEST_F(PanelCommandsTest, EscapeClosesEachDialogThatKeepsItsContent) {
+  const MainUI& ui = Ui();
+  for (Fl_Window* dialog : {ui.loadGreyWindow, ui.loadSegWindow, ui.compareWindow, ui.optionsWindow,
+                            ui.plotWindow, ui.helpWindow, ui.aboutWindow, ui.firstStepsWindow}) {
+    dialog->show();
+    PressEscape(dialog);
+    EXPECT_FALSE(dialog->shown()) << dialog->label();
+    EXPECT_TRUE(ui.mainWindow->shown()) << dialog->label();
+  }
+}
+
+TEST_F(PanelCommandsTest, EscapeLosesNoListThatIsBeingComposed) {
+  Menu("File/Create File");
+  Ui().listOriginalInput->value("grey.gipl");
+
+  PressEscape(Ui().createListWindow);
+  EXPECT_TRUE(Ui().createListWindow->shown());
+  EXPECT_STREQ(Ui().listOriginalInput->value(), "grey.gipl");
+
+  Fl::handle(FL_CLOSE, Ui().createListWindow);
+  EXPECT_FALSE(Ui().createListWindow->shown());
+}
+
 TEST_F(PanelCommandsTest, AClosedMainWindowLeavesTheDialogsWorking) {
   LoadStudy();
   Ui().compareWindow->show();

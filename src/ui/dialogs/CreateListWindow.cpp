@@ -102,6 +102,7 @@ Fl_Value_Input* PutNumber(Area area, const char* label) {
 
 void BuildCreateListWindow(MainUI& ui) {
   ui.createListWindow = BeginWindow(ui, 625, 349, "Create List");
+  ui.createListWindow->callback(HideUnlessEscape);  // the menu entry shows it empty again
   PutFrame({0, 315, 625, 30});
   ui.listNbUserInput = PutNumber({500, 320, 25, 20}, "nb user:");
   ui.listNbUserInput->value(1);
