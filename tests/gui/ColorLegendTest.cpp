@@ -6,6 +6,7 @@
 
 #include <FL/Fl_Pixmap.H>
 #include <FL/fl_draw.H>
+#include <FL/gl.h>
 
 #include <memory>
 
@@ -175,6 +176,21 @@ TEST_F(ColorLegendTest, ThePreviewTruncatesItsColour) {
   EXPECT_EQ(preview.red, 255);
   EXPECT_EQ(preview.green, 127);
   EXPECT_EQ(preview.blue, 63);
+}
+
+TEST_F(ColorLegendTest, OnPurposeThePreviewProjectsOnTheModelViewMatrix) {
+  ColorPreview& preview = *Ui().colorPreview;
+  PixelOf(&preview, 7, 7);
+  GLfloat model[16];
+  GLfloat projection[16];
+
+  glGetFloatv(GL_MODELVIEW_MATRIX, model);
+  glGetFloatv(GL_PROJECTION_MATRIX, projection);
+
+  EXPECT_FLOAT_EQ(model[0], 2.0F / static_cast<float>(preview.w()));
+  EXPECT_FLOAT_EQ(model[12], -1.0F);
+  EXPECT_FLOAT_EQ(projection[0], 1.0F);
+  EXPECT_FLOAT_EQ(projection[12], 0.0F);
 }
 
 TEST_F(ColorLegendTest, ThePreviewIsADiscOnGrey) {

@@ -1,5 +1,6 @@
 // "Overlay Result" and "Overlay 3D": fields, legend, surfaces and the pixels that are drawn of them.
 #include "tests/gui/View3DScene.h"
+#include "tests/support/PanelWatch.h"
 #include "ui/ColorLegend.h"
 
 #include <FL/Fl_Box.H>
@@ -15,6 +16,8 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -139,6 +142,20 @@ TEST_F(OverlayCommandsTest, OnPurposeAnOddSumIsTruncatedBeforeTheDivision) {
   EXPECT_EQ(Text(Ui().unionMinusIntersectOutput), "3");
 }
 
+TEST_F(OverlayCommandsTest, WithoutASettingTheRatioShowsTheFieldBeforeIt) {
+  Load([](int x, int, int) { return x < 2 ? kLabel : 0; },
+       [](int x, int, int) { return x < 3 ? kLabel : 0; });
+  for (Fl_Round_Button* radio :
+       {Ui().overlapUnionAverageRadio, Ui().overlapUnionIntersectRadio, Ui().overlapUnionARadio}) {
+    radio->value(0);
+  }
+
+  OverlayResult();
+
+  EXPECT_EQ(Text(Ui().unionMinusIntersectOutput), "400");
+  EXPECT_EQ(Text(Ui().overlapRatio3DOutput), "400");
+}
+
 TEST_F(OverlayCommandsTest, TheThreeSurfacesComeWithoutNumbers) {
   LoadBalls();
 
@@ -173,6 +190,30 @@ TEST_F(OverlayCommandsTest, BothCommandsNameTheImagesBesideThreeColours) {
     EXPECT_FALSE(Ui().updateColorButton->active());
     EXPECT_FALSE(Ui().progressPanel->visible());
     EXPECT_EQ(View().displayedSurfaces, three ? 3 : 1);
+  }
+}
+
+TEST_F(OverlayCommandsTest, BothCommandsFillTheBarPlaneByPlaneThenCompute) {
+  LoadBalls();
+  for (const bool three : {false, true}) {
+    const PanelWatch watch(Ui());
+
+    three ? Overlay3D() : OverlayResult();
+
+    std::vector<std::pair<std::string, int>> expected;
+    float width = 0.0F;
+    for (int z = 0; z < kSide; ++z) {
+      width = static_cast<float>(width + 290.0 / kSide);
+      expected.emplace_back("Starting Overlay Result 3D", static_cast<int>(width));
+    }
+    expected.emplace_back("Computing point...", expected.back().second);
+    // Before the first plane the bar is still empty.
+    ASSERT_GE(watch.states.size(), expected.size());
+    const auto first = watch.states.end() - static_cast<std::ptrdiff_t>(expected.size());
+    EXPECT_EQ((std::vector<std::pair<std::string, int>>(first, watch.states.end())), expected);
+    for (auto state = watch.states.begin(); state != first; ++state) {
+      EXPECT_EQ(*state, (std::pair<std::string, int>("Starting Overlay Result 3D", 0)));
+    }
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include <FL/fl_draw.H>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -127,6 +128,65 @@ TEST_F(PlotWidgetTest, TheFirstCurveIsRedAndTheSecondBlue) {
   EXPECT_TRUE(Is(At(screen, 12, 155), 255, 0, 0)) << "it begins on the axis";
   EXPECT_TRUE(Is(At(screen, 407, 155), 255, 0, 0));
   EXPECT_FALSE(Is(At(screen, 409, 155), 255, 0, 0));
+}
+
+TEST_F(PlotWidgetTest, TheEndsOfTheVerticalAxisAreWrittenBesideIt) {
+  SetCurves({20, 20, 20}, {10, 10, 10}, 40);
+  const auto screen = Screen();
+  const auto dark = [&](int fromX, int toX, int fromY, int toY) {
+    int count = 0;
+    for (int y = fromY; y < toY; ++y) {
+      for (int x = fromX; x < toX; ++x) {
+        const Pixel pixel = At(screen, x, y);
+        EXPECT_TRUE(pixel.red == pixel.green && pixel.green == pixel.blue) << x << ", " << y;
+        count += pixel.red < 160 ? 1 : 0;
+      }
+    }
+    return count;
+  };
+
+  // Nine characters of size 9: "4.000e+01" above the axis and "0.000e+00" below it.
+  EXPECT_GT(dark(1, 46, 1, 12), 40);
+  EXPECT_GT(dark(1, 46, 299, 309), 40);
+  EXPECT_EQ(dark(60, 400, 1, 12), 0);
+  EXPECT_EQ(dark(60, 400, 299, 309), 0);
+}
+
+TEST_F(PlotWidgetTest, TheWritingBesideTheAxisFollowsTheTop) {
+  SetCurves({20, 20, 20}, {10, 10, 10}, 40);
+  const auto forty = Screen();
+  View().yMax = 70;
+  const auto seventy = Screen();
+
+  const auto differ = [&](int fromY, int toY) {
+    for (int y = fromY; y < toY; ++y) {
+      for (int x = 1; x < 46; ++x) {
+        if (At(forty, x, y).red != At(seventy, x, y).red) { return true; }
+      }
+    }
+    return false;
+  };
+  EXPECT_TRUE(differ(1, 12));
+  EXPECT_FALSE(differ(299, 309));
+}
+
+TEST_F(PlotWidgetTest, TheTitleStandsAtTheUpperRight) {
+  SetCurves({20, 20, 20}, {10, 10, 10}, 40);
+  std::strcpy(View().title, "Voxels");
+  const auto screen = Screen();
+  int left = View().w();
+  int right = 0;
+  for (int y = 1; y < 12; ++y) {
+    for (int x = 60; x < View().w(); ++x) {
+      if (At(screen, x, y).red > 160) { continue; }
+      left = std::min(left, x);
+      right = std::max(right, x);
+    }
+  }
+
+  EXPECT_GE(right, View().w() - 5);
+  EXPECT_LT(right, View().w());
+  EXPECT_NEAR(right - left, 29, 8);
 }
 
 TEST_F(PlotWidgetTest, AClickReadsOutThePointBelowIt) {

@@ -1,5 +1,6 @@
 // Surfaces: what an extraction stores and says, and the pixels that are drawn of it.
 #include "tests/gui/View3DScene.h"
+#include "view3d/Decimate.h"
 #include "view3d/SurfaceSet.h"
 
 #include <FL/Fl_Roller.H>
@@ -11,6 +12,7 @@
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
+#include <vtkSmoothPolyDataFilter.h>
 #include <vtkStructuredPoints.h>
 #include <vtkWeakPointer.h>
 
@@ -152,6 +154,41 @@ TEST_F(SurfaceTest, DecimationHalvesTheTrianglesBeforeTheSmoothing) {
     EXPECT_NEAR(static_cast<double>(Triangles(Surfaces().strips1)), all / 2.0, 2.0);
     EXPECT_EQ(Surfaces().normals1->GetNumberOfTuples(), Surfaces().points1->GetNumberOfPoints());
   }
+}
+
+TEST_F(SurfaceTest, TheFiltersRunOneAfterTheOtherWithTheirParameters) {
+  PaintBalls();
+  Decimate decimator;
+  decimator.SetTargetReduction(0.3F);
+  decimator.SetAspectRatio(9.0F);
+  decimator.SetInitialError(0.004F);
+  decimator.SetErrorIncrement(0.0002F);
+  decimator.SetMaximumIterations(5);
+  vtkNew<vtkSmoothPolyDataFilter> smoother;
+  smoother->SetInputData(decimator.Run(Cubes(0)));
+  smoother->SetNumberOfIterations(7);
+  smoother->SetRelaxationFactor(0.23F);
+  smoother->FeatureEdgeSmoothingOff();
+  smoother->Update();
+
+  Surfaces().ExtractSurface(&Volume(0), 1, true, true, 0.3F, 9.0F, 0.004F, 0.0002F, 5, 7, 0.23F,
+                            45.0F);
+
+  EXPECT_EQ(Triangles(Surfaces().strips1), smoother->GetOutput()->GetNumberOfPolys());
+  EXPECT_EQ(Points(Surfaces().points1), Points(smoother->GetOutput()->GetPoints()));
+}
+
+TEST_F(SurfaceTest, ARedrawRunsNoFilter) {
+  PaintBalls();
+  Extract(0, 1, true, true);
+  View().displayedSurfaces = 1;
+  vtkPolyData* const surface = Surfaces().output;
+  TakeErrors();
+
+  EXPECT_GT(Painted(PixelsOf(&View())), 0);
+
+  EXPECT_EQ(Surfaces().output, surface);
+  EXPECT_EQ(TakeErrors(), "");
 }
 
 TEST_F(SurfaceTest, TheNumberOfTrianglesIsSaidAsItWasBeforeDecimation) {
@@ -415,6 +452,17 @@ TEST_F(SurfaceTest, SurfaceOneIsAlwaysOpaque) {
   Slide(Ui().surface3OpacityRoller, 0);
 
   EXPECT_EQ(Middle().red, before.red);
+}
+
+TEST_F(SurfaceTest, NothingStaysBlendedBehindTheSurfaces) {
+  PaintBalls();
+  for (int i = 0; i < 3; ++i) {
+    Extract(i, i + 1);
+    View().displayedSurfaces = i + 1;
+
+    EXPECT_GT(Painted(PixelsOf(&View())), 0);
+    EXPECT_FALSE(glIsEnabled(GL_BLEND)) << i;
+  }
 }
 
 TEST_F(SurfaceTest, AVoxelWithoutAColourNearbyIsBlack) {

@@ -194,6 +194,31 @@ TEST_F(View3DMouseTest, ARightDragZoomsTwoAxesAndKeepsTheDepth) {
   EXPECT_NEAR(View().trackball.zoomBase, factor, 1e-5);
 }
 
+TEST_F(View3DMouseTest, AZoomLeavesTheMatrixOfTheProjectionChosen) {
+  View().make_current();
+  glMatrixMode(GL_MODELVIEW);
+  Press(&View(), 100, 100, 3);
+  DragTo(&View(), 100, 70, 3);
+  GLint mode = 0;
+
+  glGetIntegerv(GL_MATRIX_MODE, &mode);
+
+  EXPECT_EQ(mode, GL_PROJECTION);
+  Release(&View(), 100, 70, 3);
+}
+
+TEST_F(View3DMouseTest, EveryStepOfADragAsksForARedraw) {
+  for (const int button : {1, 2, 3}) {
+    Press(&View(), 100, 100, button);
+    Settle();
+    ASSERT_EQ(View().damage(), 0);
+    DragTo(&View(), 110, 90, button);
+
+    EXPECT_NE(View().damage(), 0) << button;
+    Release(&View(), 110, 90, button);
+  }
+}
+
 TEST_F(View3DMouseTest, EndlessZoomingLeavesNoError) {
   for (int i = 0; i < 30; ++i) { Drag(&View(), 100, 100, 100, 900, 3); }
   PixelsOf(&View());

@@ -5,6 +5,7 @@
 #include <FL/Fl_Value_Input.H>
 #include <GL/glu.h>
 #include <vtkCellArray.h>
+#include <vtkPoints.h>
 
 #include <climits>
 #include <cmath>
@@ -83,6 +84,8 @@ TEST_F(View3DStateTest, TheFixedStateIsSetUp) {
   GLfloat value[4];
   glGetMaterialfv(GL_BACK, GL_SPECULAR, value);
   EXPECT_FLOAT_EQ(value[0], 0.3F);
+  glGetFloatv(GL_COLOR_CLEAR_VALUE, value);
+  for (const GLfloat channel : value) { EXPECT_EQ(channel, 0.0F); }
   glGetMaterialfv(GL_FRONT, GL_SHININESS, value);
   EXPECT_FLOAT_EQ(value[0], 10.0F);
   glGetLightfv(GL_LIGHT0, GL_POSITION, value);
@@ -147,6 +150,19 @@ TEST_F(View3DStateTest, TheViewFitsTheImageAsKnown) {
     Ui().imageCount = 0;
     delete image;
   }
+}
+
+TEST_F(View3DStateTest, TheViewFitsTheImageOfTheSlider) {
+  AddImage({10, 20, 30});
+  AddImage({8, 6, 4}, {1, 3, 0.5F});
+  Ui().imageSlider->value(1.9);  // truncated
+
+  View().SetupView();
+
+  EXPECT_EQ(View().volumeSize[0], 8);
+  EXPECT_EQ(View().voxelScale[1], 3.0F);
+  EXPECT_FLOAT_EQ(View().viewCentre[1], 9.0F);
+  EXPECT_FLOAT_EQ(View().viewExtent[2], 17.0F);
 }
 
 TEST_F(View3DStateTest, WithoutAnImageTheSizesStayAndTheExtentsFollow) {
@@ -233,6 +249,16 @@ TEST_F(View3DStateTest, ClearedSurfacesLeaveTheCrosshairs) {
   EXPECT_EQ(View().displayedSurfaces, 2);
   for (const Pixel& p : PixelsOf(&View())) { ASSERT_EQ(p.red + p.green, 0); }
   EXPECT_GT(Painted(PixelsOf(&View())), 0);
+}
+
+TEST_F(View3DStateTest, OnPurposeTheThirdSetOfSurfacesIsNotCleared) {
+  for (SurfaceSet& set : View().surfaces) { set.pointCount = 5; }
+
+  View().ClearAllSurfaces();
+
+  EXPECT_EQ(View().surfaces[0].pointCount, 0);
+  EXPECT_EQ(View().surfaces[1].pointCount, 0);
+  EXPECT_EQ(View().surfaces[2].pointCount, 5);
 }
 
 TEST_F(View3DStateTest, AnAnisotropicSurfaceIsStretchedAndItsCrosshairsAreNot) {
@@ -345,6 +371,36 @@ TEST_F(View3DStateTest, TheOptionsAreReadAtEachExtraction) {
   Ui().maxIterationsInput->value(30);
   Ui().aspectRatioInput->value(1);
   EXPECT_EQ(triangles(), all);
+}
+
+TEST_F(View3DStateTest, EveryFieldOfTheOptionsReachesItsFilter) {
+  VoxData& volume = *Ui().displayVolume1;
+  Paint(volume, {20, 20, 20}, Ball(10, 10, 10, 7, 64));
+  Ui().decimationCheck->value(1);
+  Ui().targetReductionInput->value(0.9);
+  Ui().aspectRatioInput->value(12);
+  Ui().initialErrorInput->value(0.0125);
+  Ui().errorIncrementInput->value(0.00025);
+  Ui().maxIterationsInput->value(3);
+  Ui().nbIterationsInput->value(4);
+  Ui().relaxationFactorInput->value(0.25);
+  Ui().featureAngleInput->value(60);
+  const auto points = [this] {
+    std::vector<std::array<double, 3>> all(
+        static_cast<std::size_t>(Surfaces().points1->GetNumberOfPoints()));
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      Surfaces().points1->GetPoint(static_cast<vtkIdType>(i), all[i].data());
+    }
+    return all;
+  };
+
+  View().ExtractWithOptions(&volume, 1);
+
+  const auto own = points();
+  Surfaces().ExtractSurface(&volume, 1, true, true, 0.9F, 12.0F, 0.0125F, 0.00025F, 3, 4, 0.25F,
+                            60.0F);
+  EXPECT_EQ(own, points());
+  EXPECT_GT(own.size(), 100U);
 }
 
 TEST_F(View3DStateTest, OptionsThatAreNoNumbersAreSafe) {
