@@ -51,4 +51,19 @@ inline double MedianRatio(const std::function<void()>& work, const std::function
   return Median(ratios);
 }
 
+/// The ratio of the user times of `rounds` runs of both in turn.
+inline double UserRatio(const std::function<void()>& work, const std::function<void()>& plain,
+                        int rounds) {
+  double times[2] = {0.0, 0.0};
+  for (int i = 0; i < rounds; ++i) {
+    const double begin = UserSeconds();
+    plain();
+    const double middle = UserSeconds();
+    work();
+    times[0] += middle - begin;
+    times[1] += UserSeconds() - middle;
+  }
+  return times[1] / times[0];
+}
+
 }  // namespace bench
