@@ -1,5 +1,7 @@
 // Surfaces: the time of an extraction with the share of each filter, and redraws per second.
 //
+// An extraction counts the time of this process alone: it is the same on a busy machine.
+//
 // The redraws need a display: scripts/with_display build/bench/bench_surface. Their counter "ratio"
 // says how many times as fast a redraw is as the same surface strip by strip in immediate mode; aim:
 // 15 redraws a second. On a busy machine "redraws_per_core_second" counts the time of this process
@@ -81,35 +83,35 @@ void Extraction(benchmark::State& state) {
   double whole = 0.0;
   double triangles = 0.0;
   for (auto _ : state) {
-    double times[5] = {Seconds(), 0.0, 0.0, 0.0, 0.0};
+    double times[5] = {bench::CpuSeconds(), 0.0, 0.0, 0.0, 0.0};
     vtkNew<vtkMarchingCubes> cubes;
     cubes->SetInputData(volume.GetImage());
     cubes->ComputeNormalsOn();
     cubes->SetValue(0, 128.0);
     cubes->Update();
-    times[1] = Seconds();
+    times[1] = bench::CpuSeconds();
     vtkSmartPointer<vtkPolyData> mesh = cubes->GetOutput();
     triangles = static_cast<double>(mesh->GetNumberOfCells());
     if (decimation) { mesh = Decimate().Run(mesh); }
-    times[2] = Seconds();
+    times[2] = bench::CpuSeconds();
     vtkNew<vtkSmoothPolyDataFilter> smoother;
     smoother->SetInputData(mesh);
     smoother->SetNumberOfIterations(20);
     smoother->SetRelaxationFactor(0.1);
     smoother->FeatureEdgeSmoothingOff();
     smoother->Update();
-    times[3] = Seconds();
+    times[3] = bench::CpuSeconds();
     vtkNew<vtkStripper> stripper;
     stripper->SetInputData(smoother->GetOutput());
     stripper->Update();
-    times[4] = Seconds();
+    times[4] = bench::CpuSeconds();
     for (int i = 0; i < 4; ++i) { share[i] += times[i + 1] - times[i]; }
 
-    const double begin = Seconds();
+    const double begin = bench::CpuSeconds();
     SurfaceSet surfaces;
     surfaces.ExtractSurface(&volume, 1, true, decimation, 0.5F, 20.0F, 0.0005F, 0.001F, 30, 20,
                             0.1F, 0.0F);
-    const double time = Seconds() - begin;
+    const double time = bench::CpuSeconds() - begin;
     whole += time;
     state.SetIterationTime(time);
   }

@@ -1,6 +1,9 @@
 // The mouse in the 3D view: turning, moving, zooming and picking.
 #include "tests/gui/View3DScene.h"
 #include "tests/support/Golden.h"
+#include "ui/ColorLegend.h"
+#include "views/Segimage.h"
+#include "views/Window2D.h"
 
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Output.H>
@@ -302,6 +305,48 @@ TEST_F(View3DMouseTest, APickMovesTheSlidersAndTheirTexts) {
     EXPECT_EQ(std::string(Ui().sliceOutput[axis]->value()),
               std::to_string(expected[axis] + 1) + " of " + std::to_string(kDims[axis]));
   }
+}
+
+TEST_F(View3DMouseTest, APickAsksEveryViewForARedraw) {
+  PickTool();
+  Settle();
+  const std::array<Fl_Widget*, 6> views = {Ui().yzView,   Ui().xzView,      Ui().xyView,
+                                           Ui().segimage, Ui().colorLegend, &View()};
+  for (const Fl_Widget* view : views) { ASSERT_EQ(view->damage(), 0); }
+
+  ClickVoxel(7, 14, 15);
+
+  for (const Fl_Widget* view : views) { EXPECT_NE(view->damage(), 0); }
+}
+
+TEST_F(View3DMouseTest, EveryRowAndColumnOfTheBoxPicksTheVoxelThatLiesThere) {
+  const auto voxelAt = [this](double share, int axis) {
+    const double world = (share - 0.5) * 4.0 * View().viewExtent[axis] + View().viewCentre[axis];
+    return world / kSpacing[static_cast<std::size_t>(axis)] + 0.5;
+  };
+  const auto onBoundary = [](double place) {
+    return std::fabs(place - std::round(place)) < 1e-3;
+  };
+  const auto middle = Seen(10, 12, 15);
+  const auto middleX = static_cast<int>(middle[0]);
+  const auto middleY = static_cast<int>(middle[1]);
+  int voxel[3];
+  int rows = 0;
+  for (int y = 0; y < View().h(); ++y) {
+    const double place = voxelAt((View().h() - y - 1.0) / View().h(), 1);
+    if (place < 8 || place >= 16 || onBoundary(place)) { continue; }
+    ASSERT_EQ(View().PickVoxel(middleX, y, voxel), 1) << y;
+    EXPECT_EQ(voxel[1], static_cast<int>(place)) << y;
+    ++rows;
+  }
+  for (int x = 0; x < View().w(); ++x) {
+    const double place = voxelAt(static_cast<double>(x) / View().w(), 0);
+    if (place < 6 || place >= 14 || onBoundary(place)) { continue; }
+    ASSERT_EQ(View().PickVoxel(x, middleY, voxel), 1) << x;
+    EXPECT_EQ(voxel[0], static_cast<int>(place)) << x;
+  }
+
+  EXPECT_GT(rows, 20);
 }
 
 TEST_F(View3DMouseTest, APickInATurnedMovedAndZoomedViewHitsWhatIsUnderTheMouse) {
