@@ -101,6 +101,18 @@ TEST_F(CastRayByHandTest, AVoxelCutAtItsCornerIsMet) {
   EXPECT_EQ(hit, (Voxel{0, 1, 0}));
 }
 
+TEST_F(CastRayByHandTest, OfTwoBoundariesAtTheSameDistanceXGoesBeforeYBeforeZ) {
+  // The boundary that is stepped to is met exactly, the other one is missed by a rounding: a ray
+  // through an edge passes the voxel on that side of it.
+  Label(3, 0, 1);
+  EXPECT_EQ(Cast({1, 0.75, 1.75}, {6, -5, -2}), 0) << "x before y";
+  volume.seg[3][0][1] = 0;
+  Label(2, 0, 1);
+  EXPECT_EQ(Cast({0, 0.75, 0}, {9, -2, 3}), 0) << "x before z";
+  Label(0, 0, 3);
+  EXPECT_EQ(Cast({0.125, 2.125, 0.75}, {-1, -9, 6}), 1) << "y before z";
+}
+
 TEST_F(CastRayByHandTest, OnPurposeARayWithoutXMovementStepsAlongYAlone) {
   // Along y and z, twice as steep: it crosses (1, 0, 1) between two boundaries of y.
   Label(1, 0, 1);
