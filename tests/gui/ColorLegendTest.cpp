@@ -178,6 +178,15 @@ TEST_F(ColorLegendTest, ThePreviewTruncatesItsColour) {
   EXPECT_EQ(preview.blue, 63);
 }
 
+TEST_F(ColorLegendTest, ANewColourAsksForARedraw) {
+  Settle();
+  ASSERT_EQ(Ui().colorPreview->damage(), 0);
+
+  Ui().colorPreview->SetColor(1.0F, 0.5F, 0.25F);
+
+  EXPECT_NE(Ui().colorPreview->damage(), 0);
+}
+
 TEST_F(ColorLegendTest, OnPurposeThePreviewProjectsOnTheModelViewMatrix) {
   ColorPreview& preview = *Ui().colorPreview;
   PixelOf(&preview, 7, 7);

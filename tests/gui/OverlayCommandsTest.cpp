@@ -190,6 +190,9 @@ TEST_F(OverlayCommandsTest, BothCommandsNameTheImagesBesideThreeColours) {
     EXPECT_FALSE(Ui().updateColorButton->active());
     EXPECT_FALSE(Ui().progressPanel->visible());
     EXPECT_EQ(View().displayedSurfaces, three ? 3 : 1);
+    EXPECT_NE(View().damage(), 0);
+    EXPECT_NE(Ui().colorLegend->damage(), 0);
+    EXPECT_TRUE((Ui().mainWindow->damage() & FL_DAMAGE_ALL) != 0);
   }
 }
 

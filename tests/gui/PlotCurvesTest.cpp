@@ -103,6 +103,38 @@ TEST_F(PlotCurvesTest, PlotCountsTheWholeAxisForTheCurrentLabel) {
   EXPECT_EQ(View().yMax, 20.0F);
 }
 
+TEST_F(PlotCurvesTest, BothCommandsDrawAtOnce) {
+  const auto onScreen = [this] {
+    View().make_current();
+    const std::unique_ptr<uchar[]> bytes(fl_read_image(nullptr, 0, 0, View().w(), View().h()));
+    return std::vector<std::uint8_t>(bytes.get(),
+                                     bytes.get() + std::ptrdiff_t{3} * View().w() * View().h());
+  };
+  Axes(true, false, false);
+  const auto empty = Screen();
+
+  Ui().PlotWholeRange();
+  const auto whole = onScreen();
+  EXPECT_NE(whole, empty);
+  EXPECT_EQ(whole, Screen());
+  Ui().plotSlice1Slider->value(1);
+  Ui().plotSlice2Slider->value(4);
+  Ui().UpdatePlot();
+
+  const auto range = onScreen();
+  EXPECT_NE(range, whole);
+  EXPECT_EQ(range, Screen());
+}
+
+TEST_F(PlotCurvesTest, TheSlidersShowAHiddenWindow) {
+  Ui().plotWindow->hide();
+  Axes(true, false, false);
+
+  Range(0, 3);
+
+  EXPECT_TRUE(Ui().plotWindow->shown());
+}
+
 TEST_F(PlotCurvesTest, PlotDoesNotShowAHiddenWindow) {
   Ui().plotWindow->hide();
   Axes(true, false, false);

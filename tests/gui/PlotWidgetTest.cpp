@@ -51,6 +51,17 @@ protected:
     return pixels;
   }
 
+  /// What stands on the screen already, without a redraw: the column of pixels at x.
+  std::vector<Pixel> ColumnOnScreen(int x) {
+    View().make_current();
+    const std::unique_ptr<uchar[]> bytes(fl_read_image(nullptr, x, 0, 1, View().h()));
+    std::vector<Pixel> pixels;
+    for (int i = 0; bytes && i < View().h(); ++i) {
+      pixels.push_back({bytes[3 * i], bytes[3 * i + 1], bytes[3 * i + 2]});
+    }
+    return pixels;
+  }
+
   Pixel At(const std::vector<Pixel>& pixels, int x, int y) {
     return pixels.at(static_cast<std::size_t>(y * View().w() + x));
   }
@@ -198,6 +209,25 @@ TEST_F(PlotWidgetTest, AClickReadsOutThePointBelowIt) {
   EXPECT_EQ(View().selectedSlice, 2);  // 98.75 pixels for a step
   const auto screen = Screen();
   EXPECT_TRUE(Is(At(screen, 209, 100), 0, 255, 0)) << "the green line at X(2)";
+}
+
+TEST_F(PlotWidgetTest, AClickIsAnsweredOnTheScreenAtOnce) {
+  SetCurves({0, 10, 20, 30, 40}, {0, 0, 0, 0, 0}, 50);
+  Screen();
+  EXPECT_EQ(Count(ColumnOnScreen(209), 0, 255, 0), 0);
+
+  Press(&View(), 12 + 99 * 2 + 5, 100);
+
+  EXPECT_GT(Count(ColumnOnScreen(209), 0, 255, 0), 200);
+}
+
+TEST_F(PlotWidgetTest, NewCurvesAskForARedraw) {
+  Screen();
+  ASSERT_EQ(View().damage(), 0);
+
+  SetCurves({1, 2}, {3, 4}, 5);
+
+  EXPECT_NE(View().damage(), 0);
 }
 
 TEST_F(PlotWidgetTest, AClickOutsideTheCurveTakesItsNearestEnd) {
