@@ -14,6 +14,7 @@
 #include <FL/Fl_Window.H>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -35,6 +36,17 @@ bool CanCreateAverages(const MainUI& ui) {
   return true;
 }
 
+/// A further slot with a copy of the first image. Returns: null, and says so, without memory.
+VoxData* AddSlot(MainUI& ui) {
+  auto copy = std::make_unique<VoxData>(*ui.images[0]);
+  if (copy->seg == nullptr) {
+    Refuse("There is no memory for a further average");
+    return nullptr;
+  }
+  ui.imageSlider->maximum(ui.imageSlider->maximum() + 1.0);
+  return ui.images[Truncated(ui.imageSlider->maximum())] = copy.release();
+}
+
 }  // namespace
 
 void Window3D::CreateAverage() {
@@ -50,15 +62,13 @@ void Window3D::CreateAverage() {
     std::snprintf(text, sizeof text, "Create average for user %d...", user);
     ShowMessageNow(*ui, text);
 
-    ui->imageSlider->maximum(ui->imageSlider->maximum() + 1.0);
-    const int slot = Truncated(ui->imageSlider->maximum());
-    ui->images[slot] = new VoxData(*ui->images[0]);
+    VoxData* average = AddSlot(*ui);
+    if (average == nullptr) { break; }
     std::vector<LabelVolume> repeats;
     for (int r = 0; r < ui->slicesPerUser; ++r) {
       repeats.push_back(ui->images[user * ui->slicesPerUser + r]->Labels());
     }
-    measure::AverageRepeats(repeats, ui->currentLabel, ui->images[slot]->EditableLabels(),
-                            progress);
+    measure::AverageRepeats(repeats, ui->currentLabel, average->EditableLabels(), progress);
     ui->RedrawViews();
     ui->mainWindow->redraw();
     std::snprintf(text, sizeof text, "average %d", averageCount);

@@ -483,4 +483,30 @@ TEST_F(LimitsTest, WithoutMemoryAMeasureIsRefusedAndTheStudyStays) {
   EXPECT_STREQ(Ui().intersect3DOutput->value(), "2");
 }
 
+TEST_F(LimitsTest, WithoutMemoryForAFurtherAverageTheOnesBeforeItStay) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer needs more memory than there is";
+#endif
+  LoadStudy({200, 200, 200}, 2);
+  SetUsers(1, 2);
+  std::vector<std::string> refusals;
+  {
+    const LittleMemory memory(12U << 20U);  // an average takes 8 megabytes
+    for (int press = 0; press < 20 && refusals.empty(); ++press) {
+      refusals = AlertsOf(Ui().createAverageButton);
+    }
+  }
+  EXPECT_THAT(refusals, Says("There is no memory for a further average"));
+  EXPECT_FALSE(Ui().progressPanel->visible());
+  const int images = Ui().image1Choice->size() - 1;
+  EXPECT_LT(images, 22);
+  EXPECT_EQ(Ui().imageSlider->maximum(), images - 1);
+
+  EXPECT_THAT(AlertsOf(Ui().createAverageButton), IsEmpty());
+  EXPECT_EQ(EntryText(Ui().image1Choice, images), "average " + std::to_string(images - 2));
+  ChoosePair(0, images);
+  EXPECT_THAT(AlertsOf(Ui().overlayResult3DButton), IsEmpty());
+  EXPECT_STREQ(Ui().intersect3DOutput->value(), "2");
+}
+
 }  // namespace
