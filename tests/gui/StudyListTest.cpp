@@ -295,6 +295,27 @@ TEST_F(StudyListTest, OnPurposeASegmentationAfterAListReplacesThatOfTheSlotOnSho
   EXPECT_EQ(VoxelsOf(1), 28);
 }
 
+TEST_F(StudyListTest, AGreyImageLoadedByHandKeepsTheNumbersOfTheList) {
+  LoadList(files->List(3, 2, files->Outlines(6)));
+
+  LoadGreyGipl(files->Path("grey.gipl"));
+
+  EXPECT_EQ(Ui().imageCount, 1);
+  EXPECT_EQ(Ui().userCount, 3);
+  EXPECT_EQ(Ui().slicesPerUser, 2);
+  EXPECT_EQ(Ui().overlayIntraSlider->maximum(), 2.0);
+}
+
+TEST_F(StudyListTest, AListOfFewerPathsThanItsNumbersSayIsLoaded) {
+  LoadList(files->List(3, 4, files->Outlines(2)));
+
+  EXPECT_THAT(alerts, IsEmpty());
+  EXPECT_EQ(Ui().imageCount, 2);
+  EXPECT_STREQ(Ui().statusOutput->value(), "Loading Successful");
+  EXPECT_EQ(Ui().userCount, 3);
+  EXPECT_EQ(Ui().slicesPerUser, 4);
+}
+
 TEST_F(StudyListTest, AFurtherSegmentationAfterAListIsRefused) {
   LoadList(files->List(1, 2, files->Outlines(2)));
   Ui().loader->firstSeg = 0;
