@@ -42,7 +42,8 @@ struct ListTexts {
 ///          of more than 9,999, a file that cannot be opened.
 std::string ReadListTexts(const char* path, ListTexts& texts);
 
-/// Writes a list whole or not at all, over what the file held before. Returns: an empty text, or what went wrong.
+/// Writes a list whole or not at all, over what the file held before.
+/// Returns: an empty text, or what went wrong.
 std::string WriteList(const std::string& path, int users, int repeats, const std::string& original,
                       const std::string& segs);
 
