@@ -283,6 +283,36 @@ TEST_F(CubesTest, ALabelThatIsChosenMeanwhileIsMeasuredFromThenOn) {
   EXPECT_EQ(study.transformed.size(), 4U);  // readings for another label are of no use
 }
 
+TEST_F(CubesTest, TheSurfaceOfALabelThatIsChosenMeanwhileIsMeasuredFromThenOn) {
+  a.Fill({2, 3, 7}, {2, 3, 7}, 3);
+  b.Fill({1, 3, 3}, {1, 3, 3}, 3);
+  study.stages.columns = {false, false, true};
+  study.meanwhile = [this] {
+    study.label = 3;
+  };
+
+  study.Compare({{0, 1}, {0, 1}});
+
+  EXPECT_EQ(study.records[0].nbBoundary, 26);
+  EXPECT_EQ(study.records[1].nbBoundary, 1);
+  EXPECT_EQ(study.records[1].distanceOutside, std::sqrt(17.0F));
+}
+
+TEST_F(CubesTest, AHistogramThatIsAskedForMeanwhileIsMadeFromTheNextPairOn) {
+  TestPairStudy asked{{&a, &b, &empty}};
+  asked.stages = {{false, false, true}, true, true};
+  asked.Compare({{0, 1}});
+  study.stages = {{false, false, true}, false, true};
+  study.meanwhile = [this] {
+    study.stages.histogram = true;
+  };
+
+  study.Compare({{0, 1}, {0, 1}});
+
+  EXPECT_NE(study.histogramRows, "");
+  EXPECT_EQ(study.histogramRows, asked.histogramRows);
+}
+
 TEST_F(CubesTest, TheFirstHistogramBinsStayAtZero) {
   study.Compare({{0, 1}});
 
@@ -386,6 +416,20 @@ TEST_F(RandomPairsTest, EachImageIsTransformedOnceForItsRegionAndOnceForItsShell
   // at the end.
   EXPECT_EQ(study.transformed.size(), 20U);
   EXPECT_EQ(study.transformed.back(), 9);
+}
+
+TEST_F(RandomPairsTest, PairsTurnedRoundNeedNoImageOnceMore) {
+  MakeImages(5, {9, 8, 7});
+  TestPairStudy study(images);
+  study.stages = {kAll, false, true};
+  auto pairs = AllPairs(5);
+  for (const SlotPair& turned : AllPairs(5, true)) { pairs.push_back(turned); }
+
+  study.Compare(pairs);
+
+  // 5 regions and 5 shells; then the region that the last pair, 4 and 3, leaves in the arrays.
+  EXPECT_EQ(study.transformed.size(), 11U);
+  EXPECT_EQ(study.transformed.back(), 3);
 }
 
 TEST_F(RandomPairsTest, ASinglePairRunsEachOfItsTransformsOnce) {
