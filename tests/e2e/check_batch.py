@@ -94,6 +94,27 @@ def check_window():
     assert (WORK / "sample.xls").read_text().splitlines() == ours + ours
 
 
+def check_most_images():
+    """All 1770 pairs of 60 segmentations, of which the window queues 200 at a time."""
+    files = [TOUR / f"study/user{u}_repeat{r}.gipl" for u in (1, 2) for r in (1, 2, 3)]
+    paths = [WORK / f"image{i}.gipl" for i in range(60)]
+    for i, path in enumerate(paths):
+        path.symlink_to(files[i % 6])
+    (WORK / "most.tlx").write_text(
+        "\n".join(["6", "10", str(TOUR / "study/grey.gipl"), *map(str, paths), ""]))
+    done = run("--overlay", "most.tlx", "2", "most")
+    assert done.returncode == 0 and done.stdout.startswith("nb compare1770\n"), done
+    rows = [row.split("\t") for row in (WORK / "most.xls").read_text().splitlines()[1:]]
+    pairs = [(i, j) for i in range(60) for j in range(i + 1, 60)]
+    assert len(rows) == len(pairs) == 1770, len(rows)
+    numbers = {}
+    for (i, j), row in zip(pairs, rows):
+        assert row[:2] == [paths[i].name, paths[j].name], (i, j, row)
+        assert numbers.setdefault((i % 6, j % 6), row[2:]) == row[2:], (i, j, row)
+        if i % 6 == j % 6:
+            assert row[2:4] == ["0", "0"] and row[7] == "1.000000", (i, j, row)
+
+
 def check_known_study(folder):
     expected = json.loads((folder / "expected.json").read_text())
     study = expected["study"]
@@ -125,9 +146,11 @@ def main():
     check_help()
     errors = check_errors()
     check_window()
+    check_most_images()
     cases = sum(check_known_study(path.parent) for path in sorted(KNOWN.glob("*/expected.json")))
     assert cases > 100, cases
-    print(f"{errors} errors are told, {cases} known tables and the window's rows are equal")
+    print(f"{errors} errors are told, {cases} known tables and the window's rows are equal, "
+          "1770 pairs are measured")
 
 
 if __name__ == "__main__":
