@@ -1,7 +1,8 @@
 // The batch over image pairs, its histogram, its lists and the probability map, as ratios to plain
 // work in the same run, and how some of them grow with their input.
 //
-// "ratio" is time by plain time; "growth" is the time of double the input by that of the input.
+// "ratio" is time by plain time; "growth" is the time of double the input by that of the input;
+// "kilobytes" is the most memory that a run held.
 #include "VoxData/ScriptList.h"
 #include "bench/Ratios.h"
 #include "tests/volumemeasures/PlainPairs.h"
@@ -18,6 +19,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <unistd.h>
 
@@ -80,6 +82,38 @@ void AllPairsOfTen(benchmark::State& state) {
   state.counters["ratio"] = ownTime / plainTime;
 }
 BENCHMARK(AllPairsOfTen)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+/// The most memory that this process held since the last call, in kilobytes.
+long TakePeak() {
+  std::ifstream status("/proc/self/status");
+  std::string word;
+  long peak = 0;
+  while (status >> word) {
+    if (word == "VmHWM:") { status >> peak; }
+  }
+  std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins again at what is held now
+  return peak;
+}
+
+/// What a run needs at its peak, on 45 of the pairs of 20 images and on all 190.
+void PeakOfPairs(benchmark::State& state) {
+  const Study study(20, 96, 96, 48);
+  const auto peakOf = [&](std::size_t count) {
+    auto pairs = AllPairs(20);
+    pairs.resize(count);
+    TestPairStudy run(study.images);
+    run.stages = {{true, true, true}, false, true};
+    TakePeak();
+    run.Compare(pairs);
+    return static_cast<double>(TakePeak());
+  };
+  for (auto _ : state) {
+    peakOf(1);  // the first run touches pages that later ones find
+    state.counters["kilobytes45"] = peakOf(45);
+    state.counters["kilobytes190"] = peakOf(190);
+  }
+}
+BENCHMARK(PeakOfPairs)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 /// Signed distances as a surface gives them: few distinct ones, or all distinct.
 FloatList Distances(int count, bool distinct) {
