@@ -1,6 +1,7 @@
 // What a run over all pairs and averages leave of the window, and what they refuse.
 #include "VoxData/VoxData.h"
 #include "tests/support/Interface.h"
+#include "tests/support/PanelWatch.h"
 #include "tests/support/SmallStudy.h"
 #include "ui/ColorLegend.h"
 #include "ui/Fields.h"
@@ -19,6 +20,7 @@
 
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <set>
 
 namespace {
 
@@ -107,6 +109,7 @@ TEST_F(PairRunsTest, ARunLeavesTheMainWindowAsItIs) {
   const std::vector<std::string> before = Shown();
   ASSERT_THAT(before, testing::Contains("Distance Outside"));
   Click(Ui().compareAllButton);
+  const PanelWatch watch(Ui());
 
   Compute();
   EXPECT_EQ(Shown(), before);
@@ -114,6 +117,7 @@ TEST_F(PairRunsTest, ARunLeavesTheMainWindowAsItIs) {
   Click(Ui().compareSurfaceHistoButton);
 
   EXPECT_EQ(Shown(), before);
+  EXPECT_THAT(watch.states, IsEmpty());  // the panel is not shown
 }
 
 TEST_F(PairRunsTest, UpdateColorShowsWhatTheLastPairAloneWouldHaveLeft) {
@@ -134,6 +138,61 @@ TEST_F(PairRunsTest, UpdateColorShowsWhatTheLastPairAloneWouldHaveLeft) {
   EXPECT_NE(last, coloursAfter({{1, 0}}));
   EXPECT_EQ(last, coloursAfter({{0, 1}, {0, 2}, {2, 1}, {0, 3}, {1, 2}}));
   EXPECT_EQ(last, coloursAfter({{1, 2}, {2, 1}, {1, 2}}));
+}
+
+/// Runs three measures by turns whenever events are handled, and keeps what they show.
+class Interruption {
+public:
+  std::vector<std::string> shown;
+
+  explicit Interruption(MainUI& window) : ui(window) { Fl::add_check(Run, this); }
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+  ~Interruption() { Fl::remove_check(Run, this); }
+
+private:
+  static void Run(void* data) {
+    auto& self = *static_cast<Interruption*>(data);
+    if (self.inside || self.calls++ % 7 != 0) { return; }
+    self.inside = true;
+    const int turn = self.calls % 3;
+    Fl_Button* const buttons[] = {self.ui.overlayResult3DButton, self.ui.haussdorf3DButton,
+                                  self.ui.surfaceDistanceButton};
+    const Fl_Output* const fields[] = {self.ui.intersect3DOutput, self.ui.haussdorf3DOutput,
+                                       self.ui.sumDistOutput};
+    buttons[turn]->do_callback();
+    self.shown.push_back(std::to_string(turn) + " " + fields[turn]->value());
+    self.inside = false;
+  }
+
+  MainUI& ui;
+  int calls = 0;
+  bool inside = false;
+};
+
+TEST_F(PairRunsTest, MeasuresInsideARunShowWholeImagesAndChangeNoRow) {
+  Load(1, 4);
+  Click(Ui().compareAllButton);
+  Compute();
+  const std::string table = SmallStudy::Text(files->Path("pairs.xls"));
+  chooserAnswers.emplace_back(files->Path("histogram"));
+  Click(Ui().compareSurfaceHistoButton);
+  const std::string histogram = SmallStudy::Text(files->Path("histogram.xls"));
+  Choose(Ui().image1Choice, 0);
+  Choose(Ui().image2Choice, 3);
+
+  const Interruption interruption(Ui());
+  Compute();
+  chooserAnswers.emplace_back(files->Path("histogram"));
+  Click(Ui().compareSurfaceHistoButton);
+
+  // Of 16 voxels the first image has the first 4; the others lie 1, 2 and 3 beyond them.
+  EXPECT_GT(interruption.shown.size(), 20U);
+  EXPECT_THAT(std::set<std::string>(interruption.shown.begin(), interruption.shown.end()),
+              ElementsAre("0 4", "1 3.000000", "2 24.000000"));
+  EXPECT_THAT(alerts, IsEmpty());
+  EXPECT_EQ(SmallStudy::Text(files->Path("pairs.xls")), table + table);
+  EXPECT_EQ(SmallStudy::Text(files->Path("histogram.xls")), histogram + histogram);
 }
 
 TEST_F(PairRunsTest, AQueuedImageOfAnotherSizeIsRefusedBeforeTheFirstPair) {

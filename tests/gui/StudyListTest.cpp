@@ -4,6 +4,7 @@
 #include "tests/support/Interface.h"
 #include "tests/support/PanelWatch.h"
 #include "tests/support/SmallStudy.h"
+#include "ui/ColorPreview.h"
 #include "ui/Fields.h"
 
 #include <FL/Fl_Box.H>
@@ -293,6 +294,42 @@ TEST_F(StudyListTest, OnPurposeASegmentationAfterAListReplacesThatOfTheSlotOnSho
 
   EXPECT_EQ(Ui().imageCount, 2);
   EXPECT_EQ(VoxelsOf(1), 28);
+}
+
+TEST_F(StudyListTest, ALoadedListChoosesTheFirstEntriesAndShowsTheColourOfTheFirstLabel) {
+  MainUI& ui = Ui();
+  const std::string list = files->List(1, 3, files->Outlines(3));
+
+  LoadList(list);
+
+  EXPECT_EQ(ui.loader->listPath, list);
+  for (const Fl_Choice* choice : {ui.image1Choice, ui.compareImage1Choice, ui.plotImage1Choice,
+                                  ui.colorLabelChoice, ui.plotLabel1Choice, ui.plotLabel2Choice}) {
+    EXPECT_EQ(choice->value(), 0);
+  }
+  for (const Fl_Choice* choice : {ui.image2Choice, ui.compareImage2Choice, ui.plotImage2Choice}) {
+    EXPECT_EQ(choice->value(), 1);
+  }
+  EXPECT_EQ(ui.currentLabel, SmallStudy::kLabel);
+  const auto colour = ui.images[0]->GetLabelColour(SmallStudy::kLabel);
+  EXPECT_GT(colour[0] + colour[1] + colour[2], 0.0F);
+  EXPECT_EQ(ui.colorPreview->red, static_cast<int>(colour[0] * 255.0F));
+  EXPECT_EQ(ui.colorPreview->green, static_cast<int>(colour[1] * 255.0F));
+  EXPECT_EQ(ui.colorPreview->blue, static_cast<int>(colour[2] * 255.0F));
+}
+
+TEST_F(StudyListTest, ACancelledLoadListLeavesTheFieldsOfTheWindow) {
+  Menu("File/Create File");
+  Ui().listOriginalInput->value("/d/grey.gipl");
+  Ui().listSegsInput->value("/d/a.gipl\n");
+  Ui().listNbUserInput->value(5);
+
+  Click(Ui().listLoadListButton);
+
+  EXPECT_STREQ(Ui().listOriginalInput->value(), "/d/grey.gipl");
+  EXPECT_STREQ(Ui().listSegsInput->value(), "/d/a.gipl\n");
+  EXPECT_EQ(Ui().listNbUserInput->value(), 5.0);
+  EXPECT_THAT(alerts, IsEmpty());
 }
 
 TEST_F(StudyListTest, AGreyImageLoadedByHandKeepsTheNumbersOfTheList) {
