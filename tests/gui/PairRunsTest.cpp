@@ -249,6 +249,19 @@ TEST_F(PairRunsTest, AnAverageIsACopyOfTheFirstImageWhateverIsOnShow) {
   EXPECT_EQ(Ui().imageCount, 3);
 }
 
+TEST_F(PairRunsTest, TheViewsAreDrawnAnewAfterAnAverage) {
+  Load(1, 3);
+  for (const Window2D* view : {Ui().yzView, Ui().xzView, Ui().xyView}) {
+    ASSERT_EQ(view->damage(), 0);
+  }
+
+  Ui().createAverageButton->do_callback();
+
+  for (const Window2D* view : {Ui().yzView, Ui().xzView, Ui().xyView}) {
+    EXPECT_NE(view->damage(), 0);
+  }
+}
+
 TEST_F(PairRunsTest, AnAverageIsShownInTheThreeViews) {
   Load(1, 3);  // their union has three planes along x, from 2 on
   Click(Ui().createAverageButton);
