@@ -1,5 +1,6 @@
 // The fast kernels against their plain transcriptions, on random slices.
 #include "tests/slicemeasures/PlainSlices.h"
+#include "tests/slicemeasures/RowLoopsOfThisMachine.h"
 #include "tests/slicemeasures/SliceDrawing.h"
 #include "views/slicemeasures/SliceContour.h"
 #include "views/slicemeasures/SliceDistance.h"
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <memory>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -69,20 +71,46 @@ protected:
   LabelSlice Slice(const TestVolume& volume) const { return {volume.Labels(), direction, slice}; }
 };
 
-TEST_P(RandomSlicesTest, TheDistanceMapHasTheSameVectorsByTheLoopsOfEveryMachine) {
-  const plain::DistanceMap expected(first->Labels(), direction, slice, kLabel);
-  const measure::RowLoops* const all[] = {&measure::kRowLoops, measure::WideRowLoops(),
-                                          &measure::BestRowLoops()};
-  for (const measure::RowLoops* loops : all) {
-    if (loops == nullptr) { continue; }  // not on this machine
+/// Holds the vectors of all loops that this machine runs against the plain ones.
+void ExpectPlainVectors(const LabelSlice& slice, measure::SliceSize size) {
+  const plain::DistanceMap expected(slice.volume, slice.direction, slice.index, kLabel);
+  for (const measure::RowLoops* loops : RowLoopsOfThisMachine()) {
     Progress progress;
-
-    auto vectors = measure::StartVectors(Slice(*first), kLabel, {width, height});
+    auto vectors = measure::StartVectors(slice, kLabel, size);
     measure::ScanForward(vectors, progress, *loops);
     measure::ScanBackward(vectors, progress, *loops);
+    EXPECT_TRUE(vectors.x == expected.x && vectors.y == expected.y)
+        << size.width << " x " << size.height;
+  }
+}
 
-    EXPECT_EQ(vectors.x, expected.x);
-    EXPECT_EQ(vectors.y, expected.y);
+TEST_P(RandomSlicesTest, TheDistanceMapHasTheSameVectorsByTheLoopsOfEveryMachine) {
+  ExpectPlainVectors(Slice(*first), {width, height});
+}
+
+TEST(EverySizeTest, TheDistanceMapHasTheSameVectorsAtEveryEndOfARow) {
+  RandomVolumes random(1000);
+  for (int width = 1; width <= 40; ++width) {
+    for (int height = 1; height <= 40; ++height) {
+      const auto volume = random.Volume(kSliceXY, width, height);
+      ExpectPlainVectors({volume->Labels(), kSliceXY, 1}, {width, height});
+    }
+  }
+}
+
+TEST(EverySizeTest, TheLongestVectorsOfTheLargestSlicesAreTheSame) {
+  for (const auto& [width, height] :
+       {std::pair(300, 300), std::pair(300, 2), std::pair(2, 300), std::pair(297, 300)}) {
+    TestVolume volume(width, height, 1);
+    const LabelSlice slice{volume.Labels(), kSliceXY, 0};
+    ExpectPlainVectors(slice, {width, height});  // without the label the vectors are the longest
+    for (const int i : {0, width - 1}) {
+      for (const int j : {0, height - 1}) {
+        volume.voxel(i, j, 0) = kLabel;
+        ExpectPlainVectors(slice, {width, height});
+        volume.voxel(i, j, 0) = 0;
+      }
+    }
   }
 }
 

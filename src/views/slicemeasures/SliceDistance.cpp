@@ -8,14 +8,13 @@ namespace measure {
 namespace {
 
 constexpr double kGreyPerPixel = 900.0;
-constexpr int kStartPerSide = 8;
 
 int SquareOf(int x, int y) { return x * x + y * y; }
 
 /// The tries of one scan along the rows of a slice.
 class RowScan {
 public:
-  RowScan(const RowLoops& rowLoops, int rowWidth, int stepFromSource);
+  RowScan(const RowLoops& rowLoops, int rowWidth, int stepY);
 
   /// The row that the next one takes from.
   void Begin(const std::int16_t* x, const std::int16_t* y) { Read(x, y, source); }
@@ -32,7 +31,7 @@ private:
 
   const RowLoops& loops;
   int width;
-  int stepY;
+  Pair step;  ///< from a pixel of the row to the source straight above or below
   int groups;
   std::vector<Pair> memory;
   std::vector<std::uint8_t> fromLeft;   ///< pixels of each group that their left neighbour changes
@@ -41,8 +40,8 @@ private:
   Pair* own;
 };
 
-RowScan::RowScan(const RowLoops& rowLoops, int rowWidth, int stepFromSource)
-    : loops(rowLoops), width(rowWidth), stepY(stepFromSource),
+RowScan::RowScan(const RowLoops& rowLoops, int rowWidth, int stepY)
+    : loops(rowLoops), width(rowWidth), step(PairOf(0, stepY)),
       groups((rowWidth + kRowGroup - 1) / kRowGroup),
       memory(static_cast<std::size_t>(2 * (groups + 2) * kRowGroup), kFar),
       fromLeft(static_cast<std::size_t>(groups)), fromRight(static_cast<std::size_t>(groups)),
@@ -65,7 +64,7 @@ void RowScan::Write(const Pair* row, std::int16_t* x, std::int16_t* y) const {
 
 void RowScan::Next(std::int16_t* x, std::int16_t* y) {
   Read(x, y, own);
-  loops.takeFromSource(source, stepY, groups, own);
+  loops.takeFromSource(source, step, groups, own);
   std::fill(own + width, own + groups * kRowGroup, kFar);
   // A pass to the right makes no new work for the one to the left: what it changed is as long as
   // its left neighbour with one more step, and no shorter.

@@ -1,7 +1,7 @@
 // The loops over rows of a slice, for the vectors of the machine that a file is compiled for.
 //
-// Included once by each of these files. No function of another header may be called here: of two
-// copies for two machines the linker keeps any.
+// Included once by each of these files. No function of another header may be called here when the
+// program runs: of two copies for two machines the linker keeps any.
 #pragma once
 
 #include "views/slicemeasures/SliceRows.h"
@@ -28,9 +28,10 @@ Pairs Load(const Pair* from) {
   return pairs;
 }
 
-/// The same step for each vector; nothing is carried from x to y.
-Pairs Moved(Pairs pairs, Pair step) {
-  const Pairs steps = Pairs{} + step;
+Pairs Everywhere(Pair pair) { return Pairs{} + pair; }
+
+/// Nothing is carried from x to y.
+Pairs Sum(Pairs pairs, Pairs steps) {
   return reinterpret_cast<Pairs>(reinterpret_cast<Shorts>(pairs) + reinterpret_cast<Shorts>(steps));
 }
 
@@ -77,25 +78,30 @@ struct Pixels {
   }
 };
 
-void TakeFromSource(const Pair* source, int stepY, int groups, Pair* own) {
+void TakeFromSource(const Pair* source, Pair step, int groups, Pair* own) {
+  const Pairs straight = Everywhere(step);
+  const Pairs left = Sum(straight, Everywhere(kLeft));
+  const Pairs right = Sum(straight, Everywhere(kRight));
   for (int i = 0; i < groups * kRowGroup; i += kLanes) {
     Pixels pixels(Load(own + i));
-    pixels.Try(Moved(Load(source + i), PairOf(0, stepY)));
-    pixels.Try(Moved(Load(source + i - 1), PairOf(-1, stepY)));
-    pixels.Try(Moved(Load(source + i + 1), PairOf(+1, stepY)));
+    pixels.Try(Sum(Load(source + i), straight));
+    pixels.Try(Sum(Load(source + i - 1), left));
+    pixels.Try(Sum(Load(source + i + 1), right));
     __builtin_memcpy(own + i, &pixels.pairs, sizeof pixels.pairs);
   }
 }
 
 void FindChanges(const Pair* own, int groups, std::uint8_t* fromLeft, std::uint8_t* fromRight) {
+  const Pairs stepLeft = Everywhere(kLeft);
+  const Pairs stepRight = Everywhere(kRight);
   for (int group = 0; group < groups; ++group) {
     unsigned left = 0;
     unsigned right = 0;
     for (int lane = 0; lane < kRowGroup; lane += kLanes) {
       const Pair* at = own + group * kRowGroup + lane;
       const Pairs squares = SquaresOf(Load(at));
-      left |= BitsOf(SquaresOf(Moved(Load(at - 1), PairOf(-1, 0))) < squares) << lane;
-      right |= BitsOf(SquaresOf(Moved(Load(at + 1), PairOf(+1, 0))) < squares) << lane;
+      left |= BitsOf(SquaresOf(Sum(Load(at - 1), stepLeft)) < squares) << lane;
+      right |= BitsOf(SquaresOf(Sum(Load(at + 1), stepRight)) < squares) << lane;
     }
     fromLeft[group] = static_cast<std::uint8_t>(left);
     fromRight[group] = static_cast<std::uint8_t>(right);

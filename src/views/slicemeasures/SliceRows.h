@@ -3,6 +3,8 @@
 // Internal to the slice measures.
 #pragma once
 
+#include "base/Limits.h"
+
 #include <cstdint>
 
 namespace measure {
@@ -16,15 +18,25 @@ constexpr Pair PairOf(int x, int y) {
 constexpr int XOf(Pair pair) { return static_cast<std::int16_t>(pair); }
 constexpr int YOf(Pair pair) { return pair >> 16; }
 
-/// Beyond the ends of a row: so long that no pixel takes it.
-constexpr Pair kFar = PairOf(20000, 20000);
+constexpr Pair kLeft = PairOf(-1, 0);
+constexpr Pair kRight = PairOf(+1, 0);
+
+/// What a pixel off the label starts with, in x and in y: so many times the longer side.
+constexpr int kStartPerSide = 8;
+
+/// Beyond the ends of a row, in x and in y: one step shorter it is longer than any pixel's vector
+/// still, and one step longer its square and the sum of two fit their 32 bits.
+constexpr int kFarSide = 20000;
+static_assert(kFarSide - 1 > kStartPerSide * kMaxSliceSide);
+static_assert(kFarSide + 1 < 32767);
+constexpr Pair kFar = PairOf(kFarSide, kFarSide);
 
 constexpr int kRowGroup = 8;  ///< pixels whose flags share a byte, the first one the lowest bit
 
 /// Shape: rows are whole groups, with at least one pixel more before and behind them.
 struct RowLoops {
-  /// The tries from the source row: from straight above or below, from its left, from its right.
-  void (*takeFromSource)(const Pair* source, int stepY, int groups, Pair* own);
+  /// The tries from the source row, `step` away: from straight there, from its left, its right.
+  void (*takeFromSource)(const Pair* source, Pair step, int groups, Pair* own);
   /// Flags the pixels that their left or their right neighbour in the row changes.
   void (*findChanges)(const Pair* own, int groups, std::uint8_t* fromLeft, std::uint8_t* fromRight);
 };
@@ -32,7 +44,10 @@ struct RowLoops {
 /// The loops for every machine. The numbers are whole: all loops give the same.
 extern const RowLoops kRowLoops;
 
-/// Those for machines with vectors of 32 bytes; null on others.
+/// Those for machines with AVX2, which the caller makes sure of; null where they were not built.
+extern const RowLoops* const kAvx2RowLoops;
+
+/// Those with vectors of 32 bytes; null where this machine has none.
 const RowLoops* WideRowLoops();
 
 /// The fastest that this machine runs.

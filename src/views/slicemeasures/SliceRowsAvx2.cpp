@@ -7,13 +7,13 @@
 
 namespace measure {
 
-const RowLoops* WideRowLoops() {
 #ifdef __AVX2__
-  static const RowLoops loops = {TakeFromSource, FindChanges};
-  return __builtin_cpu_supports("avx2") != 0 ? &loops : nullptr;
+namespace {
+constexpr RowLoops kLoops = {TakeFromSource, FindChanges};
+}  // namespace
+const RowLoops* const kAvx2RowLoops = &kLoops;
 #else
-  return nullptr;
+const RowLoops* const kAvx2RowLoops = nullptr;
 #endif
-}
 
 }  // namespace measure
