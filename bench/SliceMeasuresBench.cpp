@@ -1,20 +1,20 @@
 // The measures on slices, as ratios to their plain transcriptions in the same run.
 //
-// Each pair of runs measures one slice of 256 x 256 pixels; the counter "ratio" of the second one
-// says how many times as fast it is.
+// Each pair of runs measures one slice of 256 x 256 pixels; the counter "ratio" says how many times
+// as fast the kernel is, median to median.
 #include "base/LabelSlice.h"
+#include "bench/Ratios.h"
 #include "tests/slicemeasures/PlainSlices.h"
 #include "tests/support/TestVolume.h"
 #include "views/slicemeasures/SliceContour.h"
 #include "views/slicemeasures/SliceDistance.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <ctime>
 #include <memory>
-#include <string>
+#include <vector>
 
 namespace {
 
@@ -45,7 +45,7 @@ struct Pictures {
   measure::Picture mark;
 };
 
-double UserSeconds() {
+double ThreadSeconds() {
   timespec now{};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
   return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
@@ -54,19 +54,19 @@ double UserSeconds() {
 /// Runs both a number of times in turn, so that a busy machine slows both alike.
 template <class Plain, class Fast>
 void Compare(benchmark::State& state, Plain runPlain, Fast runFast) {
-  double plainTime = 0.0;
-  double fastTime = 0.0;
+  std::vector<double> plainTimes;
+  std::vector<double> fastTimes;
   for (auto _ : state) {
-    const double begin = UserSeconds();
+    const double begin = ThreadSeconds();
     runPlain();
-    const double middle = UserSeconds();
+    const double middle = ThreadSeconds();
     runFast();
-    const double end = UserSeconds();
-    plainTime += middle - begin;
-    fastTime += end - middle;
+    const double end = ThreadSeconds();
+    plainTimes.push_back(middle - begin);
+    fastTimes.push_back(end - middle);
     state.SetIterationTime(end - middle);
   }
-  state.counters["ratio"] = plainTime / fastTime;
+  state.counters["ratio"] = bench::Median(plainTimes) / bench::Median(fastTimes);
 }
 
 void DistanceMap(benchmark::State& state, int lobes) {
