@@ -331,15 +331,19 @@ TEST_F(DrawnSliceMeasuresTest, ComplexityMeasuresAndShowsTheContourOfTheImageOnS
     const double length = contour.perimeter;
     EXPECT_EQ(Text(Ui().ratioOutput),
               Number("%.6f", length * length / (contour.area * 12.56637061432)));
+    EXPECT_EQ(Ui().segimage->perimeter, contour.perimeter);
+    EXPECT_EQ(Ui().segimage->contourX, contour.contourX);
+    EXPECT_EQ(Ui().segimage->contourY, contour.contourY);
+    EXPECT_EQ(Ui().segimage->contourStep, 2);
     ExpectPicture([&](int i, int j) { return pictures->result[i][j] == 65000 ? 253 : 0; });
   }
 }
 
 TEST_F(DrawnSliceMeasuresTest, OnPurposeAreaPerimeterComparesTheTwoImagesAlongXYAlone) {
+  const auto pictures = std::make_unique<Pictures>();  // borders keep what other slices left
   for (const int direction : {2, 0, 1}) {
     Click(DirectionButton(direction));
     Click(Ui().areaPerimeterButton);
-    const auto pictures = std::make_unique<Pictures>();
     plain::Contour contour(pictures->result, pictures->mark);
     contour.InteriorContour(Ui().images[0]->Labels(), Ui().images[0]->Labels(),
                             Ui().images[1]->Labels(), direction, kSlices[direction], kSlices[0], 1);
@@ -349,6 +353,7 @@ TEST_F(DrawnSliceMeasuresTest, OnPurposeAreaPerimeterComparesTheTwoImagesAlongXY
     EXPECT_EQ(Text(Ui().nonCommonAreaOutput), std::to_string(contour.area));
     EXPECT_EQ(Text(Ui().interiorRatioOutput),
               Number("%.6f", contour.area / static_cast<double>(contour.perimeter)));
+    ExpectPicture([&](int i, int j) { return pictures->result[i][j] == 65000 ? 253 : 0; });
   }
 }
 
@@ -366,6 +371,53 @@ TEST_F(DrawnSliceMeasuresTest, DanielssonShowsTheDistanceToTheImageOnShow) {
       return static_cast<int>(std::hypot(map.x[p], map.y[p]) * 900) / 257;
     });
   }
+}
+
+TEST_F(SliceMeasuresTest, OnPurposeTheCanvasIsBlackAgainBeyondSeventyThreePixels) {
+  LoadEmpty({100, 60, 2}, 2);
+  for (int y = 0; y < 60; ++y) { SetVoxel(0, 0, y, 0); }
+  Click(DirectionButton(2));
+  Click(Ui().danielsson2DButton);
+
+  const Segimage& canvas = *Ui().segimage;
+  const auto greyAt = [&](int i) {
+    const double x = (i + 0.5 - canvas.viewCentreX) * canvas.zoom + canvas.w() / 2.0;
+    return PixelOf(Ui().segimage, static_cast<int>(x), canvas.h() / 2).green;
+  };
+  EXPECT_NEAR(greyAt(36), 36 * 900 / 257, 1);
+  EXPECT_NEAR(greyAt(72), 72 * 900 / 257, 1);  // nearly white
+  EXPECT_NEAR(greyAt(73), (73 * 900 - 65536) / 257, 1);
+  EXPECT_NEAR(greyAt(99), (99 * 900 - 65536) / 257, 1);
+}
+
+TEST_F(SliceMeasuresTest, ASliceOfOneRowKeepsItsStartValues) {
+  LoadEmpty({7, 1, 2}, 2);
+  SetVoxel(0, 2, 0, 0);
+  SetVoxel(1, 2, 0, 0);
+  SetVoxel(1, 5, 0, 0);
+  Click(DirectionButton(2));
+  Click(Ui().haussdorfButton);
+
+  EXPECT_EQ(Text(Ui().haussdorfABOutput), Number("%f", std::hypot(56, 56)));  // no scan: 8 times 7
+  EXPECT_EQ(Text(Ui().haussdorfBAOutput), "0.000000");
+  EXPECT_EQ(Ui().progressRange->maximum(), 2.0);
+  EXPECT_EQ(Ui().progressRange->value(), 0.0);
+  EXPECT_STREQ(Ui().progressText->value(), "Starting backward scan");
+}
+
+TEST_F(SliceMeasuresTest, OnPurposeHaussdorfMarksACornerThatNoImageHas) {
+  LoadEmpty({20, 20, 2}, 2);
+  SetVoxel(0, 15, 9, 0);
+  SetVoxel(0, 12, 9, 0);
+  SetVoxel(1, 5, 9, 0);
+  Click(DirectionButton(2));
+  Click(Ui().haussdorfButton);
+
+  const measure::Picture& result = Ui().segimage->result;
+  EXPECT_EQ(result[0][0], 13500);
+  EXPECT_EQ(result[12][9], 13500);  // farthest for a while
+  EXPECT_EQ(result[15][9], 65535);
+  EXPECT_EQ(result[5][9], 0);  // the picture of the first half is gone
 }
 
 TEST_F(DrawnSliceMeasuresTest, DanielssonMovesTheHiddenBarAndHidesThePanel) {

@@ -420,8 +420,18 @@ TEST(SliceContourWalkTest, TwoLabelPixelsWithAThickCornerMakeAWalkThatEnds) {
 
     const measure::ContourWalk walk = measure::WalkContour(WaveExtent::Interior, canvas.On());
 
-    EXPECT_GT(walk.perimeter, 0.0F);
-    EXPECT_TRUE(std::isfinite(walk.perimeter));
+    EXPECT_EQ(canvas.Marks(), (Rows{"........",  //
+                                    "........",  //
+                                    "....5...",  //
+                                    "...3.4..",  //
+                                    "...23...",  //
+                                    "..1.3...",  //
+                                    "...4....",  //
+                                    "........"}));
+    // From 5 to the 3 on its left and to the 3 at (4, 4), whose first choice is the 3 before it.
+    EXPECT_EQ(walk.pixel, (PicturePixel{4, 2}));
+    EXPECT_EQ(walk.perimeter,
+              static_cast<float>(static_cast<float>(std::sqrt(2.0)) + std::sqrt(2.0)));
   }
 }
 
