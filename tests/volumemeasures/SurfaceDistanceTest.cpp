@@ -120,6 +120,22 @@ TEST_F(SurfaceDistanceTest, OnPurposeTheOutermostLayerOfBIsLeftOut) {
   EXPECT_EQ(run.distance.inside.count + run.distance.outside.count, 0);
 }
 
+TEST_F(SurfaceDistanceTest, OnPurposeARegionInAnyOneOuterLayerHasNoSurface) {
+  a.Fill({4, 4, 4}, {6, 6, 6}, kLabel);
+  const TestVolume::Voxel sides[6][2] = {{{0, 0, 0}, {0, 10, 10}}, {{10, 0, 0}, {10, 10, 10}},
+                                         {{0, 0, 0}, {10, 0, 10}}, {{0, 10, 0}, {10, 10, 10}},
+                                         {{0, 0, 0}, {10, 10, 0}}, {{0, 0, 10}, {10, 10, 10}}};
+  for (const auto& [first, last] : sides) {
+    b.Fill({0, 0, 0}, {10, 10, 10}, 0);
+    b.Fill(first, last, kLabel);
+
+    const auto run = Measure();
+
+    EXPECT_EQ(run.distance.inside.count, 0);
+    EXPECT_EQ(run.distance.outside.count, 0);
+  }
+}
+
 TEST_F(SurfaceDistanceTest, OnPurposeBHasNoSurfaceBesideAnotherLabel) {
   a.Fill({4, 4, 4}, {6, 6, 6}, kLabel);
   b.Fill({0, 0, 0}, {10, 10, 10}, kLabel + 1);

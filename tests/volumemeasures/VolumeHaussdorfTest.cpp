@@ -38,6 +38,7 @@ struct Measured {
     measure::PaintDistances(a, label, field.View(), far, picture.Work());
   }
   int Colour(int x, int y, int z) { return picture.Work().colours[x][y][z]; }
+  float Scalar(int x, int y, int z) { return picture.Scalars()[picture.Work().Index(x, y, z)]; }
   long CountScalars() const {
     return std::count(picture.Scalars().begin(), picture.Scalars().end(), 255.0F);
   }
@@ -137,6 +138,38 @@ TEST(VolumeHaussdorfTest, TwoPlanesOfXHaveNoPassOverB) {
 
   EXPECT_EQ(run.maxBtoA, 0.0F);
   EXPECT_GT(run.far.distance, 0.0F);
+}
+
+TEST(VolumeHaussdorfTest, OnePlaneOfXHasNoPassOverB) {
+  TestVolume a(1, 4, 4);
+  TestVolume b(1, 4, 4);
+  a.voxel(0, 0, 0) = kLabel;
+  b.voxel(0, 0, 3) = kLabel;
+
+  Measured run(a.Labels(), b.Labels(), kLabel, {1.0F, 1.0F, 1.0F});
+
+  EXPECT_EQ(run.maxBtoA, 0.0F);
+  EXPECT_EQ(run.far.distance, 3.0F);
+}
+
+TEST(VolumeHaussdorfTest, TheSurfaceIsThatOfAWithTheMarkAlsoInTheOuterPlanes) {
+  TestVolume a(7, 5, 5);
+  TestVolume b(7, 5, 5);
+  a.Fill({0, 2, 2}, {5, 2, 2}, kLabel);
+  b.Fill({0, 2, 2}, {2, 4, 2}, kLabel);
+
+  Measured run(a.Labels(), b.Labels(), kLabel, {1.0F, 1.0F, 1.0F});
+
+  EXPECT_EQ(run.far.distance, 3.0F);  // at (5, 2, 2), whose neighbour at x + 1 is the mark
+  EXPECT_EQ(run.Colour(6, 2, 2), 1);
+  for (int x = 0; x < 7; ++x) {
+    for (int y = 0; y < 5; ++y) {
+      for (int z = 0; z < 5; ++z) {
+        const float expected = y == 2 && z == 2 ? 255.0F : 0.0F;
+        EXPECT_EQ(run.Scalar(x, y, z), expected) << x << ' ' << y << ' ' << z;
+      }
+    }
+  }
 }
 
 TEST(VolumeHaussdorfTest, ALabelMissingInALeavesDistanceAndMarkAtTheirStart) {
