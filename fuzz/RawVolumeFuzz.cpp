@@ -32,11 +32,19 @@ Dialog ReadDialog(fuzz::FuzzInput& input) {
   return dialog;
 }
 
-/// Small enough to be read often, or so large that the reader has to refuse.
-bool WorthTrying(const Dialog& dialog) {
+double VoxelsOf(const Dialog& dialog) {
   double voxels = 1.0;
   for (const int dim : dialog.dims) { voxels *= dim; }
-  return voxels < 8.0e3 || voxels > 1.0e13;
+  return voxels;
+}
+
+/// Small enough to be read often, or so large that the reader has to refuse.
+void Shrink(Dialog& dialog) {
+  constexpr double kOften = 8.0e3;
+  constexpr double kRefused = 1.0e13;
+  while (VoxelsOf(dialog) > kOften && VoxelsOf(dialog) < kRefused) {
+    *std::max_element(std::begin(dialog.dims), std::end(dialog.dims)) /= 2;
+  }
 }
 
 void TouchSlices(const VoxData& volume) {
@@ -97,8 +105,8 @@ void TouchVoxels(const VoxData& volume, const Dialog& d) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::FuzzInput input(data, size);
-  const Dialog d = ReadDialog(input);
-  if (!WorthTrying(d)) { return 0; }
+  Dialog d = ReadDialog(input);
+  Shrink(d);
   const std::string file = input.Rest();
   const std::string path = fuzz::Scratch().Write("volume.raw", file);
 

@@ -95,6 +95,7 @@ public:
   int contourX = 0;
   int contourY = 0;
   float perimeter = 0.0F;
+  bool untilStill = false;  ///< stop at the first sweep that changes nothing: no later one does
 
   Contour(measure::Picture& theResult, measure::Picture& theMark)
       : result(theResult), mark(theMark) {}
@@ -207,9 +208,11 @@ private:
       break;
     }
     for (int sweep = 0; sweep < 300; ++sweep) {
+      const float before = perimeter;
       for (int i = firstI; i <= lastI; ++i) {
         for (int j = firstJ; j <= lastJ; ++j) { WaveStep(i, j); }
       }
+      if (untilStill && perimeter == before) { return; }
     }
   }
 
