@@ -1,5 +1,6 @@
 // The contour measures on one slice: choices and sizes first, the labels behind them.
 #include "fuzz/FuzzInput.h"
+#include "fuzz/SliceInput.h"
 #include "tests/slicemeasures/PlainSlices.h"
 #include "tests/support/TestVolume.h"
 #include "views/slicemeasures/SliceContour.h"
@@ -27,25 +28,6 @@ Pictures& Started(Pictures& pictures, int left) {
   std::fill_n(&pictures.result[0][0], kPixels, left);
   std::fill_n(&pictures.mark[0][0], kPixels, left);
   return pictures;
-}
-
-/// Small mostly; the largest ones meet the edge of the pictures.
-int Side(fuzz::FuzzInput& input) {
-  constexpr int kLarge[] = {33, 63, 64, 65, 128, 256, 299, 300};
-  const int side = input.Byte();
-  return side >= 248 ? kLarge[side - 248] : 1 + side % 16;
-}
-
-/// The plain walk takes up to 300 sweeps of all pixels: the longest side stays, the others give way.
-void Shrink(int (&dims)[3]) {
-  constexpr int kOften = 6000;
-  while (dims[0] * dims[1] * dims[2] > kOften) {
-    int* shortest = nullptr;
-    for (int& dim : dims) {
-      if (dim > 1 && (shortest == nullptr || dim < *shortest)) { shortest = &dim; }
-    }
-    *shortest /= 2;
-  }
 }
 
 void Compare(const TestVolume& a, const TestVolume& b, const Choice& c) {
@@ -88,8 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   constexpr int kLeft[] = {0, measure::kContourPixel, 1, -1};
   choice.left = kLeft[kind / 2 % 4];
   choice.label = input.Small(0, 3);
-  int dims[3] = {Side(input), Side(input), Side(input)};
-  Shrink(dims);
+  // The plain walk takes up to 300 sweeps of all pixels.
+  const fuzz::Dims dims = fuzz::DrawDims(input, 6000);
   choice.slice = input.Small(0, dims[choice.direction] - 1);
   choice.otherSlice = input.Small(0, dims[1] - 1);
   TestVolume a(dims[0], dims[1], dims[2]);

@@ -251,12 +251,13 @@ def transform_seeds():
     }
 
 
-def contour_seeds():
+def side(dim):
+    """A side of a slice target: up to 16, or one of the large ones."""
     large = (33, 63, 64, 65, 128, 256, 299, 300)
+    return 248 + large.index(dim) if dim in large else range(16).index(dim - 1)
 
-    def side(dim):
-        return 248 + large.index(dim) if dim in large else dim - 1 if dim <= 16 else None
 
+def contour_seeds():
     def study(direction, kind, label, dims, labels, at=0, other=0):
         return bytes([direction, kind, label, *(side(dim) for dim in dims), at, other]) + labels
 
@@ -297,6 +298,31 @@ def contour_seeds():
     return seeds
 
 
+def slice_distance_seeds():
+    def study(direction, label, dims, labels, at=0, kept=255):
+        return bytes([direction, label, kept, *(side(dim) for dim in dims), at]) + labels
+    disc = bytes(1 if (x - 7)**2 + (y - 7)**2 < 30 else 0 for y in range(16) for x in range(16))
+    lone = bytes(255 if i else 1 for i in range(251))
+    seeds = {
+        "one_pixel": study(2, 1, (1, 1, 1), b"\x01"),
+        "one_row": study(2, 1, (300, 1, 1), lone, kept=1),
+        "one_column": study(2, 1, (1, 300, 1), lone, kept=1),
+        "label_absent": study(2, 3, (16, 16, 1), disc),
+        "label_absent_in_the_widest_slice": study(2, 3, (300, 16, 1), disc),
+        "all_label": study(2, 1, (16, 16, 1), b"\x01"),
+        "few_pixels": study(2, 1, (128, 64, 1), lone, kept=1),
+        "few_pixels_of_the_highest_slice": study(2, 1, (64, 300, 1), lone, kept=1),
+        "background": study(2, 0, (33, 33, 1), disc),
+        "chessboard": study(2, 1, (63, 65, 1), b"\0\x01"),
+        "empty": b"",
+    }
+    for direction, name in enumerate(("yz", "xz", "xy")):
+        dims = [16, 16, 16]
+        dims[direction] = 2
+        seeds[f"real_{name}"] = study(direction, 1, dims, disc * 2, 1)
+    return seeds
+
+
 def main():
     write("GiplHeader", gipl_seeds())
     write("MetaImage", mha_seeds())
@@ -306,6 +332,7 @@ def main():
     write("CastRay", ray_seeds())
     write("DistanceTransform", transform_seeds())
     write("ContourWalk", contour_seeds())
+    write("SliceDistance", slice_distance_seeds())
 
 
 if __name__ == "__main__":
