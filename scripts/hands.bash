@@ -51,9 +51,14 @@ drag() {  # WINDOW FROM_X FROM_Y TO_X TO_Y [BUTTON]
   pause 0.3
 }
 
+# The clipboard's keeper stays until the display goes, and would tell its end as an error.
+to_clipboard() {  # TEXT
+  printf '%s' "$1" | xclip -selection clipboard -i 2>/dev/null
+}
+
 # Pastes, since the chooser completes names while one types.
 paste_into_focus() {
-  printf '%s' "$1" | xclip -selection clipboard -i
+  to_clipboard "$1"
   press_keys ctrl+a ctrl+v
 }
 choose_file() {
@@ -69,7 +74,7 @@ choose_file() {
 }
 read_field() {  # NAME X Y: the text of an output field, into values.txt
   local text
-  printf '' | xclip -selection clipboard -i
+  to_clipboard ''
   click "$main" "$2" "$3"
   press_keys ctrl+a ctrl+c
   text=$(timeout 3 xclip -o -selection clipboard 2>/dev/null)
