@@ -200,6 +200,10 @@ TEST_F(PlotCurvesTest, TheRangeCountsEachImageForItsOwnLabel) {
   EXPECT_EQ(View().xs[2], 2.0F);  // from the start of the range
   EXPECT_EQ(View().xMin, 0.0F);
   EXPECT_EQ(View().xMax, 2.0F);
+
+  Range(0, 6);
+  EXPECT_EQ(First(), (Counts{0, 0, 0, 0, 4, 4}));
+  EXPECT_EQ(Second(), (Counts{20, 0, 0, 0, 0, 0}));
 }
 
 TEST_F(PlotCurvesTest, EveryAxisHasItsRange) {

@@ -232,6 +232,22 @@ TEST_F(View3DStateTest, TheCrosshairsAreDashedBlueThroughTheCursor) {
   EXPECT_NEAR(changes, View().w() / 4, 8);
 }
 
+TEST_F(View3DStateTest, WhatFollowsTheCrosshairsIsLitAndNotDashed) {
+  AddImage({20, 20, 20});
+  View().SetupView();
+  Paint(*Ui().displayVolume1, {20, 20, 20}, Ball(10, 10, 10, 7, 64));
+  View().BuildSurface(Ui().displayVolume1, 1);
+  viewState->SetCursor(0, 0, 0);
+  const Pixel withLines = Middle();
+
+  EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+  EXPECT_FALSE(glIsEnabled(GL_LINE_STIPPLE));
+  Crosshairs(false);
+  const Pixel without = Middle();
+  EXPECT_EQ(withLines.red, without.red);
+  EXPECT_EQ(withLines.green, without.green);
+}
+
 TEST_F(View3DStateTest, WithoutTheOptionThereAreNoCrosshairs) {
   AddImage({20, 20, 20});
   View().SetupView();
