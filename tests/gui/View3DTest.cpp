@@ -255,13 +255,6 @@ TEST_F(View3DTest, NoOptionBreaksAnExtraction) {
   }
 }
 
-TEST_F(View3DTest, TheIsotropicOptionTakesEffectAtTheNextResize) {
-  Ui().isotropic3DCheck->value(1);
-  OverlayResult();
-  Drag(Ui().window3D, 100, 100, 150, 120);
-  EXPECT_NE(Ui().window3D->trackball.rotation[0], 1.0F);
-}
-
 TEST_F(View3DTest, NoGlErrorIsLeft) {
   Overlay();
   Drag(Ui().window3D, 100, 100, 150, 120);
