@@ -99,6 +99,25 @@ protected:
     }
     return colours;
   }
+
+  enum class Run { Batch, Histogram };
+
+  /// The same after a surface distance of two other images and a run over `pairs`.
+  std::vector<std::uint8_t> ColoursAfter(const std::vector<std::pair<int, int>>& pairs, Run run) {
+    Load(1, 4);
+    Choose(Ui().image1Choice, 0);
+    Choose(Ui().image2Choice, 3);
+    Click(Ui().surfaceDistanceButton);
+    Click(ButtonByLabel(Ui().compareWindow, "Clear Field"));
+    for (const auto& [first, second] : pairs) { Queue(first, second); }
+    if (run == Run::Batch) {
+      Compute();
+    } else {
+      chooserAnswers.emplace_back(files->Path("histogram"));
+      Click(Ui().compareSurfaceHistoButton);
+    }
+    return UpdatedColours();
+  }
 };
 
 TEST_F(PairRunsTest, ARunLeavesTheMainWindowAsItIs) {
@@ -121,23 +140,19 @@ TEST_F(PairRunsTest, ARunLeavesTheMainWindowAsItIs) {
 }
 
 TEST_F(PairRunsTest, UpdateColorShowsWhatTheLastPairAloneWouldHaveLeft) {
-  const auto coloursAfter = [&](const std::vector<std::pair<int, int>>& pairs) {
-    Load(1, 4);
-    Choose(Ui().image1Choice, 0);
-    Choose(Ui().image2Choice, 3);
-    Click(Ui().surfaceDistanceButton);
-    Click(ButtonByLabel(Ui().compareWindow, "Clear Field"));
-    for (const auto& [first, second] : pairs) { Queue(first, second); }
-    if (!pairs.empty()) { Compute(); }
-    return UpdatedColours();
-  };
+  const auto last = ColoursAfter({{1, 2}}, Run::Batch);
 
-  const auto last = coloursAfter({{1, 2}});
+  EXPECT_NE(last, ColoursAfter({}, Run::Batch));
+  EXPECT_NE(last, ColoursAfter({{1, 0}}, Run::Batch));
+  EXPECT_EQ(last, ColoursAfter({{0, 1}, {0, 2}, {2, 1}, {0, 3}, {1, 2}}, Run::Batch));
+  EXPECT_EQ(last, ColoursAfter({{1, 2}, {2, 1}, {1, 2}}, Run::Batch));
+}
 
-  EXPECT_NE(last, coloursAfter({}));
-  EXPECT_NE(last, coloursAfter({{1, 0}}));
-  EXPECT_EQ(last, coloursAfter({{0, 1}, {0, 2}, {2, 1}, {0, 3}, {1, 2}}));
-  EXPECT_EQ(last, coloursAfter({{1, 2}, {2, 1}, {1, 2}}));
+TEST_F(PairRunsTest, UpdateColorAfterAHistogramShowsWhatTheLastPairAloneWouldHaveLeft) {
+  const auto last = ColoursAfter({{1, 2}}, Run::Histogram);
+
+  EXPECT_NE(last, ColoursAfter({{1, 0}}, Run::Histogram));
+  EXPECT_EQ(last, ColoursAfter({{0, 1}, {0, 2}, {2, 1}, {0, 3}, {1, 2}}, Run::Histogram));
 }
 
 /// Runs three measures by turns whenever events are handled, and keeps what they show.
