@@ -347,6 +347,23 @@ TEST_F(PairsTest, TheColumnsOfTheResultsTakeTheHaussdorfDistancesAsFarAsTheyHave
   EXPECT_FALSE(Ui().progressPanel->visible());
 }
 
+TEST_F(PairsTest, AColumnOfTheResultsHolds199CharactersAndNoMore) {
+  LoadFiles({files->Outline("a.gipl", 0, 1), files->Outline("b.gipl", 0, 2),
+             files->Outline("c.gipl", 0, 11)});
+  Boxes(false, true, false);
+  const auto columnOf = [&](int ofOne, int ofTen) {
+    Click(ButtonByLabel(Ui().compareWindow, "Clear Field"));
+    for (int i = 0; i < ofOne; ++i) { Add(0, 1); }
+    for (int i = 0; i < ofTen; ++i) { Add(0, 2); }
+    Ui().resultsHaussDistColumn->value("");
+    Compute("table");
+    return std::string(Ui().resultsHaussDistColumn->value());
+  };
+
+  EXPECT_EQ(columnOf(1, 19).size(), 199U);
+  EXPECT_EQ(columnOf(20, 2).size(), 190U);  // the last line would end the 200th
+}
+
 TEST_F(PairsTest, AnImageWithoutTheLabelIsNamedOnTheErrorStream) {
   LoadFiles({files->Outline("a.gipl", 2, 1), files->Outline("other.gipl", 2, 1, 5),
              files->Outline("c.gipl", 2, 2)});
