@@ -20,11 +20,6 @@ bool Holds(const std::string& line, const char* word) {
   return line.find(word) != std::string::npos;
 }
 
-struct Line {
-  std::string text;
-  bool ended = false;  // by a line feed
-};
-
 /// Opens a list; anything but a regular file, a folder or a pipe, is not opened.
 std::ifstream OpenList(const char* path) {
   struct stat status {};
@@ -37,25 +32,46 @@ std::string NotOpened(const char* path) {
   return std::string("The list file cannot be opened: ") + path;
 }
 
-/// All lines of a file; nothing follows the last line feed but an end.
-std::string ReadLines(std::ifstream& stream, std::vector<Line>& lines) {
-  Line line;
-  for (std::istreambuf_iterator<char> at(stream), end; at != end; ++at) {
-    if (*at == '\n') {
-      line.ended = true;
-      lines.push_back(line);
-      line = {};
-      continue;
+/// The lines of a list, one after another: a file of any size takes the room of one line.
+class Lines {
+public:
+  explicit Lines(std::ifstream& stream) : at(stream) {}
+
+  /// Takes the next line, the last one with or without a line feed.
+  /// Returns: false at the end of the file, and from a line on that is too long.
+  bool Next() {
+    text.clear();
+    ended = false;
+    if (at == end || !problem.empty()) { return false; }
+    ++count;
+    for (; at != end; ++at) {
+      ended = *at == '\n';
+      if (ended) {
+        ++at;
+        return true;
+      }
+      text += *at;
+      if (text.size() > kMaxLine) {
+        problem =
+            "A line of the list file has more than 300 characters: line " + std::to_string(count);
+        return false;
+      }
     }
-    line.text += *at;
-    if (line.text.size() > kMaxLine) {
-      return "A line of the list file has more than 300 characters: line " +
-             std::to_string(lines.size() + 1);
-    }
+    return true;
   }
-  if (!line.text.empty()) { lines.push_back(line); }
-  return {};
-}
+
+  const std::string& Text() const { return text; }
+  bool Ended() const { return ended; }  ///< by a line feed
+  const std::string& Problem() const { return problem; }
+
+private:
+  std::istreambuf_iterator<char> at;
+  std::istreambuf_iterator<char> end;
+  std::string text;
+  std::string problem;
+  std::size_t count = 0;
+  bool ended = false;
+};
 
 }  // namespace
 
@@ -69,26 +85,26 @@ std::string ReadStudyList(const char* path, StudyList& list) {
   std::ifstream stream = OpenList(path);
   list.opened = stream.is_open();
   if (!list.opened) { return NotOpened(path); }
-  std::vector<Line> lines;
-  const std::string problem = ReadLines(stream, lines);
-  if (!problem.empty()) { return problem; }
-  if (!lines.empty()) { list.users = lines[0].text; }
-  if (lines.size() > 1) { list.repeats = lines[1].text; }
+  Lines lines(stream);
+  if (lines.Next()) { list.users = lines.Text(); }
+  if (lines.Next()) { list.repeats = lines.Text(); }
   list.userCount = NumberOf(list.users);
   list.slicesPerUser = NumberOf(list.repeats);
-  for (std::size_t i = 2; i < lines.size(); ++i) {
-    const std::string& line = lines[i].text;
+  std::size_t segmentations = 0;
+  while (lines.Next()) {
+    const std::string& line = lines.Text();
     // ON PURPOSE: a line that begins with this digit ends the list.
     if (!line.empty() && line[0] == '2') { break; }
     if (Holds(line, "gipl") || Holds(line, "raw")) { ++list.imageLines; }
     if (list.greyPath.empty()) {
       if (Holds(line, ".gipl")) { list.greyPath = line; }
     } else if (Holds(line, ".gipl") || Holds(line, ".raw")) {
-      list.segPaths.push_back(line);
+      if (++segmentations <= kMaxImages) { list.segPaths.push_back(line); }
     }
   }
-  if (list.segPaths.size() > static_cast<std::size_t>(kMaxImages)) {
-    return "The list names " + std::to_string(list.segPaths.size()) +
+  if (!lines.Problem().empty()) { return lines.Problem(); }
+  if (segmentations > kMaxImages) {
+    return "The list names " + std::to_string(segmentations) +
            " segmentations; a study holds at most 60 images";
   }
   return {};
@@ -97,22 +113,24 @@ std::string ReadStudyList(const char* path, StudyList& list) {
 std::string ReadListTexts(const char* path, ListTexts& texts) {
   std::ifstream stream = OpenList(path);
   if (!stream.is_open()) { return NotOpened(path); }
-  std::vector<Line> lines;
-  const std::string problem = ReadLines(stream, lines);
-  if (!problem.empty()) { return problem; }
-  if (!lines.empty() && !lines.back().ended) { lines.pop_back(); }
-  texts.hasUsers = !lines.empty();
-  texts.hasRepeats = lines.size() > 1;
-  texts.hasOriginal = lines.size() > 2;
-  texts.hasSegs = lines.size() > 3;
-  if (texts.hasUsers) { texts.userCount = NumberOf(lines[0].text); }
-  if (texts.hasRepeats) { texts.slicesPerUser = NumberOf(lines[1].text); }
-  if (texts.hasOriginal) { texts.original = lines[2].text; }
-  for (std::size_t i = 3; i < lines.size(); ++i) {
-    if (i > 3) { texts.segs += '\n'; }
-    texts.segs += lines[i].text;
+  Lines lines(stream);
+  // A last line without a line feed is dropped.
+  const auto next = [&lines] {
+    return lines.Next() && lines.Ended();
+  };
+  texts.hasUsers = next();
+  if (texts.hasUsers) { texts.userCount = NumberOf(lines.Text()); }
+  texts.hasRepeats = texts.hasUsers && next();
+  if (texts.hasRepeats) { texts.slicesPerUser = NumberOf(lines.Text()); }
+  texts.hasOriginal = texts.hasRepeats && next();
+  if (texts.hasOriginal) { texts.original = lines.Text(); }
+  texts.hasSegs = texts.hasOriginal && next();
+  if (texts.hasSegs) { texts.segs = lines.Text(); }
+  while (texts.hasSegs && texts.segs.size() < kMaxListText && next()) {
+    texts.segs += '\n' + lines.Text();
   }
-  if (texts.segs.size() >= static_cast<std::size_t>(kMaxListText)) {
+  if (!lines.Problem().empty()) { return lines.Problem(); }
+  if (texts.segs.size() >= kMaxListText) {
     return "The segmentations of the list have more than 9,999 characters";
   }
   return {};

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <iterator>
 #include <limits>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -169,6 +170,42 @@ TEST_F(ScriptListTest, NumbersAreReadAsFarAsTheyGo) {
   EXPECT_EQ(script::NumberOf(""), 0);
   EXPECT_EQ(script::NumberOf("99999999999999999999"), kMost);
   EXPECT_EQ(script::NumberOf("-99999999999999999999"), std::numeric_limits<int>::min());
+}
+
+TEST_F(ScriptListTest, ALineThatIsTooLongIsNamedOnceAndNothingBehindItIsRead) {
+  Study(std::string(1000, '1') + "\n1\n/d/grey.gipl\n/d/a.gipl\n");
+  EXPECT_THAT(problem, HasSubstr("300 characters: line 1"));
+  EXPECT_THAT(Study("1\n1\n" + std::string(1000, 'x') + "\n/d/grey.gipl\n/d/a.gipl\n").segPaths,
+              IsEmpty());
+  EXPECT_THAT(problem, HasSubstr("300 characters: line 3"));
+  // Behind the end of the list nothing is wrong.
+  EXPECT_THAT(Study("1\n1\n/d/grey.gipl\n/d/a.gipl\n2\n" + std::string(1000, 'x')).segPaths,
+              ElementsAre("/d/a.gipl"));
+  EXPECT_EQ(problem, "");
+}
+
+TEST_F(ScriptListTest, AListOfMillionsOfLinesTakesNoMemory) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer needs more memory than there is";
+#endif
+  const std::string head = "1\n1\n/d/grey.gipl\n/d/a.gipl\n";
+  Put(head + std::string(10U << 20U, '\n') + "/d/b.gipl\n");
+  std::size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  rlimit before{};
+  getrlimit(RLIMIT_AS, &before);
+  const rlimit little{pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + (16U << 20U),
+                      before.rlim_max};
+  setrlimit(RLIMIT_AS, &little);
+  StudyList list;
+  ListTexts texts;
+  EXPECT_NO_THROW(problem = script::ReadStudyList(file.c_str(), list));
+  EXPECT_EQ(problem, "");
+  EXPECT_NO_THROW(problem = script::ReadListTexts(file.c_str(), texts));
+  setrlimit(RLIMIT_AS, &before);
+
+  EXPECT_THAT(list.segPaths, ElementsAre("/d/a.gipl", "/d/b.gipl"));
+  EXPECT_THAT(problem, HasSubstr("9,999 characters"));
 }
 
 // Back into the window.
