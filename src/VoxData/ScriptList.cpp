@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <sys/stat.h>
 
@@ -35,29 +34,27 @@ std::string NotOpened(const char* path) {
 /// The lines of a list, one after another: a file of any size takes the room of one line.
 class Lines {
 public:
-  explicit Lines(std::ifstream& stream) : at(stream) {}
+  explicit Lines(std::ifstream& stream) : bytes(*stream.rdbuf()) {}
 
   /// Takes the next line, the last one with or without a line feed.
   /// Returns: false at the end of the file, and from a line on that is too long.
   bool Next() {
+    constexpr int kEnd = std::filebuf::traits_type::eof();
     text.clear();
     ended = false;
-    if (at == end || !problem.empty()) { return false; }
+    if (!problem.empty()) { return false; }
     ++count;
-    for (; at != end; ++at) {
-      ended = *at == '\n';
-      if (ended) {
-        ++at;
-        return true;
-      }
-      text += *at;
+    for (int byte = bytes.sbumpc(); byte != kEnd; byte = bytes.sbumpc()) {
+      ended = byte == '\n';
+      if (ended) { return true; }
+      text += static_cast<char>(byte);
       if (text.size() > kMaxLine) {
         problem =
             "A line of the list file has more than 300 characters: line " + std::to_string(count);
         return false;
       }
     }
-    return true;
+    return !text.empty();
   }
 
   const std::string& Text() const { return text; }
@@ -65,8 +62,7 @@ public:
   const std::string& Problem() const { return problem; }
 
 private:
-  std::istreambuf_iterator<char> at;
-  std::istreambuf_iterator<char> end;
+  std::filebuf& bytes;
   std::string text;
   std::string problem;
   std::size_t count = 0;
