@@ -6,6 +6,7 @@ check_tour.py STUDY_FOLDER TOUR_FOLDER
 The files hold voxels with x fastest behind 256 bytes; in memory y and z run backwards, as the
 origin "left", "top", "front" asks for.
 """
+import math
 import pathlib
 import struct
 import sys
@@ -36,6 +37,33 @@ def ratio(only_a, only_b, common):
     return f"{common / average:.6f}"
 
 
+def farthest(points, targets):
+    """The largest distance in pixels from one set of pixels to another."""
+    return math.sqrt(max(min((i - k) ** 2 + (j - l) ** 2 for k, l in targets) if (i, j) not in targets
+                         else 0 for i, j in points))
+
+
+def pixels(plane, width):
+    return {(at % width, at // width) for at, label in enumerate(plane) if label == LABEL}
+
+
+def probabilities(study, number, expected):
+    """Two users with three repeats on a slice."""
+    counts = []
+    for user in (1, 2):
+        volumes = [read_volume(study / f"user{user}_repeat{repeat}.gipl") for repeat in (1, 2, 3)]
+        dims = volumes[0][0]
+        plane = dims[0] * dims[1]
+        begin = (dims[2] - number) * plane
+        counts.append([sum(label == LABEL for label in labels)
+                       for labels in zip(*(voxels[begin:begin + plane] for _, voxels in volumes))])
+    marked = [count for count in counts[0] if count]
+    expected["probaIntra"] = f"{sum(marked) / 3 / len(marked):.6f}"
+    differences = sum(abs(a - b) / 3 for a, b in zip(*counts))
+    sums = sum((a + b) / 6 for a, b in zip(*counts))
+    expected["probaInter"] = f"{1 - differences / sums * 0.5:.6f}"
+
+
 def main():
     study, tour = (pathlib.Path(argument) for argument in sys.argv[1:3])
     values = {}
@@ -57,6 +85,10 @@ def main():
         "overlapRatio": ratio(only_a, only_b, common),
     }
     assert common > 0, "the tour stopped on a slice without the label"
+    inA, inB = pixels(first[cut], dims[0]), pixels(second[cut], dims[0])
+    expected["haussdorfAB"] = f"{farthest(inB, inA):.6f}"
+    expected["haussdorfBA"] = f"{farthest(inA, inB):.6f}"
+    probabilities(study, int(values["probaSlice"].split()[0]), expected)
 
     only_a, only_b, common = overlap(zip(first, second))
     expected.update(
@@ -71,17 +103,16 @@ def main():
         for name, value in expected.items()
         if values.get(name) != value
     ]
-    for name in ("perimeter", "haussdorfAB", "haussdorf3DAB", "sumInside", "average",
-                 "probaIntra", "probaInter", "probaVolume"):
+    for name in ("perimeter", "haussdorf3DAB", "sumInside", "average", "probaVolume"):
         if not float(values.get(name) or "nan") > 0:
             wrong.append(f"{name}: the window shows {values.get(name)!r}")
     rows = (tour / "pairs.xls").read_text().splitlines()
     if len(rows) != 29:  # six segmentations and two averages
         wrong.append(f"pairs.xls: {len(rows)} lines, not a heading and 28 pairs")
     shots = len(list(tour.glob("*.png")))
-    if shots < 27:
+    if shots < 31:
         wrong.append(f"{shots} screenshots")
-    print("\n".join(wrong) or f"the tour's {len(expected)} counts agree with the files")
+    print("\n".join(wrong) or f"the tour's {len(expected)} numbers agree with the files")
     return 1 if wrong else 0
 
 
