@@ -41,13 +41,15 @@ struct LabelSlice {
     const int slices[] = {volume.dimX, volume.dimY, volume.dimZ};
     if (index < 0 || index >= slices[direction]) { return; }
     const int rows = std::min(height, Height());
-    constexpr int kStrip = 32;  // rows that stay in the cache while the columns change
     for (int first = 0; first < rows; first += kStrip) {
       ReadRows(first, std::min(first + kStrip, rows), width, out, pixelOf);
     }
   }
 
 private:
+  static constexpr int kStrip = 32;  // rows that stay in the cache while the columns change
+  static constexpr int kTileColumns = 64;
+
   template <class Pixel, class PixelOf>
   void ReadRows(int first, int end, int width, Pixel* out, PixelOf pixelOf) const {
     const int columns = std::min(width, Width());
@@ -55,9 +57,16 @@ private:
       return out + static_cast<std::size_t>(j) * static_cast<std::size_t>(width);
     };
     if (direction == kSliceXY) {
-      for (int i = 0; i < columns; ++i) {
-        const std::uint8_t* const* column = volume.voxels[i];
-        for (int j = first; j < end; ++j) { row(j)[i] = pixelOf(column[j][index]); }
+      std::uint8_t tile[kStrip][kTileColumns];
+      for (int left = 0; left < columns; left += kTileColumns) {
+        const int count = std::min(kTileColumns, columns - left);
+        for (int i = 0; i < count; ++i) {
+          const std::uint8_t* const* column = volume.voxels[left + i] + first;
+          for (int j = 0; j < end - first; ++j) { tile[j][i] = column[j][index]; }
+        }
+        for (int j = first; j < end; ++j) {
+          std::transform(tile[j - first], tile[j - first] + count, row(j) + left, pixelOf);
+        }
       }
     } else {
       for (int j = first; j < end; ++j) {
