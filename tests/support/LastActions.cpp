@@ -1,5 +1,7 @@
 #include "tests/support/LastActions.h"
 
+#include "tests/support/Checksums.h"
+
 #include <csignal>
 #include <cstdarg>
 #include <cstdint>
@@ -21,6 +23,7 @@ constexpr int kLine = 200;
 char lines[kKept][kLine];
 char heading[kLine];
 int noted = 0;
+Crc32 sum;
 int terminal = STDERR_FILENO;
 bool limited = false;
 
@@ -74,8 +77,11 @@ void Note(const char* format, ...) {
   std::vsnprintf(line, kLine - 1, format, values);
   va_end(values);
   std::strcat(line, "\n");
+  sum.Add(line, std::strlen(line));
   ++noted;
 }
+
+unsigned Checksum() { return sum.Value(); }
 
 void Write() {
   Put(heading);

@@ -11,6 +11,8 @@ void Watch(const char* title);
 void Limit(unsigned seconds);
 /// Appends a line with a printf format; a list of the last twenty is kept.
 void Note(const char* format, ...) __attribute__((format(printf, 1, 2)));
+/// A sum of all lines so far, by which two runs are found to be the same.
+unsigned Checksum();
 /// Writes the list.
 void Write();
 

@@ -51,6 +51,7 @@ public:
 
   int ends = 0;                          ///< actions that ended the program
   int inside = 0;                        ///< actions during another one
+  int compared = 0;                      ///< measures whose numbers were counted anew
   std::map<std::string, int> completed;  ///< commands that came to their end, by their button
 
 private:
@@ -69,6 +70,7 @@ private:
   void LoadAList();
   void LoadByHand();
   void CompareAFewPairs();
+  void ComposeAList();
   void ShowAWindow();
   void CloseAWindow();
   void ResizeAWindow();
@@ -115,6 +117,5 @@ private:
   std::uint64_t study = 0;
   bool studyKnown = false;  ///< whether `study` is the sum of the labels that are loaded
   bool loading = false;     ///< whether the action under way may replace them
-  bool quitting = false;
   bool pumpIsOver = false;
 };

@@ -129,7 +129,12 @@ void RandomUser::PressAButton() {
 
 void RandomUser::PressAMeasure() {
   if (!MainIsShown()) { return; }
-  auto* button = Any<Fl_Button>(dice.OneIn(6) ? mainUI->toolGroup : mainUI->measuresGroup);
+  const MainUI& ui = *mainUI;
+  Fl_Button* const volume[] = {ui.overlayResult3DButton, ui.haussdorf3DButton,
+                               ui.surfaceDistanceButton};
+  auto* button = dice.OneIn(3)
+                     ? volume[dice.Below(3)]
+                     : Any<Fl_Button>(dice.OneIn(6) ? mainUI->toolGroup : mainUI->measuresGroup);
   if (button == nullptr) { return; }
   last_actions::Note("%d/%d: measure %s", number, depth, PlaceOf(button).c_str());
   ClickInside(button, 1);

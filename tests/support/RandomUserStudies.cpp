@@ -44,6 +44,17 @@ void RandomUser::CompareAFewPairs() {
   Interface::Click(command);
 }
 
+void RandomUser::ComposeAList() {
+  if (!MainIsShown()) { return; }
+  const MainUI& ui = *mainUI;
+  if (ui.createListWindow->shown() == 0 || dice.OneIn(4)) { Interface::Menu("File/Create File"); }
+  Fl_Button* const buttons[] = {ui.listLoadOrigButton, ui.listLoadSegButton, ui.listLoadSegButton,
+                                ui.listSaveButton, ui.listLoadListButton};
+  Fl_Button* button = buttons[dice.Below(5)];
+  last_actions::Note("%d/%d: compose a list by %s", number, depth, button->label());
+  Interface::Click(button);
+}
+
 /// Also those that no command shows.
 void RandomUser::ShowAWindow() {
   const MainUI& ui = *mainUI;
