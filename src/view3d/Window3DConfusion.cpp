@@ -11,16 +11,29 @@
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
 
+#include <algorithm>
 #include <iostream>
+
+namespace {
+
+/// The part of an image that lies within the working sizes.
+LabelVolume WithinSizes(const Window3D& view, const VoxData& image) {
+  const LabelVolume labels = image.Labels();
+  return {labels.voxels, std::min(labels.dimX, view.dimX), std::min(labels.dimY, view.dimY),
+          std::min(labels.dimZ, view.dimZ)};
+}
+
+}  // namespace
 
 void Window3D::ComputeConfusionMatrix(char* fileName) {
   const ChosenPair pair = TakeChosenPair(*ui);
   if (!pair.ok) { return; }
   const std::string name = tables::WithExtension(fileName);
-  if (const VoxData* shown = ImageAt(*ui, Truncated(ui->imageSlider))) {
-    TakeWorkingSizes(*this, *shown);
-  }
-  const auto counts = measure::CountConfusion(pair.image1->Labels(), pair.image2->Labels());
+  // ON PURPOSE: the image on the slider gives the sizes that are counted, not one of the two.
+  const VoxData* shown = ImageAt(*ui, Truncated(ui->imageSlider));
+  TakeWorkingSizes(*this, shown != nullptr ? *shown : *pair.image1);
+  const auto counts =
+      measure::CountConfusion(WithinSizes(*this, *pair.image1), WithinSizes(*this, *pair.image2));
   const std::string text = measure::ConfusionText(
       counts, {EntryText(ui->image1Choice, pair.index1), pair.image1->labelPresent},
       {EntryText(ui->image2Choice, pair.index2), pair.image2->labelPresent});

@@ -220,6 +220,24 @@ TEST_F(AveragesTest, TwoRunsIntoOneFileGiveTwoBlocksWithNothingBetween) {
   EXPECT_FALSE(std::filesystem::exists(file + ".xls.xls"));
 }
 
+TEST_F(AveragesTest, OnPurposeTheImageOnTheSliderGivesTheSizesOfAMatrix) {
+  Load(1, 3, 3);
+  const auto matrixFor = [&](int planes) {
+    Ui().images[2]->dimX = planes;
+    Ui().imageSlider->value(2);
+    const std::string file = files->Path("matrix" + std::to_string(planes) + ".xls");
+    chooserAnswers.emplace_back(file);
+    Ui().confusionMatrixButton->do_callback();
+    Ui().images[2]->dimX = SmallStudy::kDims[0];
+    const std::string text = SmallStudy::Text(file);
+    return text.substr(0, text.find("\n\n"));
+  };
+
+  // The two images begin at the third plane; the second one goes a plane further.
+  EXPECT_EQ(matrixFor(3), "s1.gipl - s0.gipl\n\t0\t2\n0\t86\t0\n2\t0\t4");
+  EXPECT_EQ(matrixFor(100), "s1.gipl - s0.gipl\n\t0\t2\n0\t352\t0\n2\t4\t4");
+}
+
 TEST_F(AveragesTest, AMatrixThatCannotBeWrittenIsTold) {
   Load(1, 2, 2);
   const std::string folder = files->Path("folder.xls");
