@@ -280,6 +280,19 @@ TEST(SliceContourWaveTest, OnlyTheFirstNeighbourOfTheStartIsNumbered) {
   EXPECT_EQ(canvas.Marks(), (Rows{".....", ".12..", ".....", ".....", "....."}));
 }
 
+TEST(SliceContourWaveTest, TheStartLooksRowByRowForTheNeighbourThatLeads) {
+  const PicturePixel neighbours[] = {{1, 1}, {2, 1}, {3, 1}, {1, 2},
+                                     {3, 2}, {1, 3}, {2, 3}, {3, 3}};
+  Canvas canvas({5, 5});
+  canvas.Draw({".....", ".###.", ".###.", ".###.", "....."});
+  for (const PicturePixel& first : neighbours) {
+    measure::StartWave({2, 2}, canvas.On());
+
+    EXPECT_EQ(canvas.Mark()[first.i][first.j], 2) << first.i << ", " << first.j;
+    canvas.Result()[first.i][first.j] = 0;
+  }
+}
+
 TEST(SliceContourWaveTest, AStepHandsTheNumberOnAndCountsThePixelsReached) {
   Canvas canvas({5, 3});
   canvas.Draw({".#.#.", "..#..", ".#.##"});
