@@ -3,7 +3,9 @@
 #include "tests/slicemeasures/PlainSlices.h"
 #include "tests/support/GoldenSlices.h"
 #include "tests/support/Interface.h"
+#include "view3d/Window3D.h"
 #include "views/Segimage.h"
+#include "views/Window2D.h"
 
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Choice.H>
@@ -19,6 +21,7 @@
 #include <cstring>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <initializer_list>
 #include <memory>
 
 using testing::ElementsAre;
@@ -316,6 +319,15 @@ TEST_F(DrawnSliceMeasuresTest, OverlayTwoDShowsTheSecondImageInWhiteUnderTheFirs
   }
 }
 
+TEST_F(DrawnSliceMeasuresTest, OverlayTwoDClearsThePictureBeyondTheSliceToo) {
+  Ui().segimage->result[299][299] = 15241;
+  Click(OverlayResultButton());
+  EXPECT_EQ(Ui().segimage->result[299][299], 15241);
+
+  Click(Ui().overlay2DButton);
+  EXPECT_EQ(Ui().segimage->result[299][299], 0);
+}
+
 TEST_F(DrawnSliceMeasuresTest, ComplexityMeasuresAndShowsTheContourOfTheImageOnShow) {
   for (const int direction : {0, 1, 2}) {
     Slide(Ui().imageSlider, 1);
@@ -418,6 +430,29 @@ TEST_F(SliceMeasuresTest, OnPurposeHaussdorfMarksACornerThatNoImageHas) {
   EXPECT_EQ(result[12][9], 13500);  // farthest for a while
   EXPECT_EQ(result[15][9], 65535);
   EXPECT_EQ(result[5][9], 0);  // the picture of the first half is gone
+}
+
+TEST_F(SliceMeasuresTest,
+       OnPurposeOfEqualDistancesTheFirstRowIsMarkedAlongXZAndElseTheFirstColumn) {
+  LoadEmpty({12, 12, 12}, 2);
+  for (const int axis : {0, 1, 2}) { Slide(Ui().cursorSlider[axis], 5); }
+  // On each slice Image 2 has its middle, and Image 1 the pixels (2, 8) and (8, 2).
+  SetVoxel(1, 5, 5, 5);
+  for (const int low : {2, 8}) {
+    const int high = 10 - low;
+    SetVoxel(0, low, high, 5);
+    SetVoxel(0, 5, low, high);
+    SetVoxel(0, low, 5, high);
+  }
+  for (const int direction : {0, 1, 2}) {
+    Click(DirectionButton(direction));
+    Click(Ui().haussdorfButton);
+
+    const measure::Picture& result = Ui().segimage->result;
+    const bool byRows = direction == 1;
+    EXPECT_EQ(result[2][8], byRows ? 13500 : 65535) << direction;
+    EXPECT_EQ(result[8][2], byRows ? 65535 : 13500) << direction;
+  }
 }
 
 TEST_F(DrawnSliceMeasuresTest, DanielssonMovesTheHiddenBarAndHidesThePanel) {
@@ -898,6 +933,34 @@ TEST_F(NestedSliceMeasuresTest, ADistanceMapInsideADistanceMapLeavesBothRight) {
   EXPECT_EQ(Ui().segimage->sliceWidth, 30);
   EXPECT_EQ(std::memcmp(Ui().segimage->sliceDistX, map.x.data(), map.x.size() * 2), 0);
   EXPECT_EQ(std::memcmp(Ui().segimage->sliceDistY, map.y.data(), map.y.size() * 2), 0);
+}
+
+int pumps = 0;
+void CountPump(void* /*data*/) { ++pumps; }
+
+TEST_F(NestedSliceMeasuresTest, OnPurposeOnlyTheForwardScanHandlesEvents) {
+  pumps = 0;
+  Fl::add_check(CountPump);
+  Ui().segimage->SliceDistanceMap(1, 2);
+  Fl::remove_check(CountPump);
+
+  EXPECT_EQ(pumps, 25);  // the rows of the 26 but the first
+  EXPECT_EQ(Ui().progressRange->value(), 50.0);
+}
+
+TEST_F(DrawnSliceMeasuresTest, BothContourMeasuresHaveTheViewsDrawnAgain) {
+  for (const auto measure : {&Segimage::Complexity, &Segimage::InteriorContour}) {
+    Settle();
+    ASSERT_EQ(Ui().xyView->damage(), 0);
+
+    (Ui().segimage->*measure)();
+
+    EXPECT_NE(Ui().segimage->damage(), 0);
+    for (const Fl_Gl_Window* view : std::initializer_list<const Fl_Gl_Window*>{
+             Ui().xyView, Ui().yzView, Ui().xzView, Ui().window3D}) {
+      EXPECT_NE(view->damage(), 0);
+    }
+  }
 }
 
 TEST_F(NestedSliceMeasuresTest, ALoadInsideAMapIsRefused) {
