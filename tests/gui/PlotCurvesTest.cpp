@@ -284,6 +284,7 @@ TEST_F(PlotCurvesTest, ThreeHundredSlicesArePlottedAndOneMoreIsRefused) {
 }
 
 TEST_F(PlotCurvesTest, AnImageOfMoreThanThreeHundredSlicesIsRefusedOnThatAxisAlone) {
+  for (int i = 0; i < Ui().imageCount; ++i) { delete Ui().images[i]; }
   Ui().imageCount = 0;
   AddImage({2, 2, 301}, {1, 1, 1}, [](int, int, int) { return 2; });
   AddImage({2, 2, 301}, {1, 1, 1}, [](int, int, int) { return 2; });
