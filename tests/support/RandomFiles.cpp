@@ -66,6 +66,10 @@ RandomFiles::RandomFiles(const std::string& where)
 
 RandomFiles::~RandomFiles() { fs::current_path(before); }
 
+void RandomFiles::WriteLists() const {
+  for (const auto& [name, text] : lists) { gipl::WriteText(name, text); }
+}
+
 void RandomFiles::AddStudies() {
   for (const Study& study : kStudies) {
     const std::string name = study.name;
@@ -85,9 +89,10 @@ void RandomFiles::AddStudies() {
       list += path + "\n";
       if (image < 2) { goodVolumes.push_back(path); }
     }
-    gipl::WriteText(name + ".tlx", list + "\n");
+    lists.emplace_back(name + ".tlx", list + "\n");
     goodLists.push_back(name + ".tlx");
   }
+  WriteLists();
   // The first ones are those on which every command can run: they come up more often.
   for (int i = 0; i < 3; ++i) {
     goodLists.push_back("plain.tlx");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 /// All paths are relative to the folder, which is the current one for as long as this lives.
@@ -12,6 +13,8 @@ public:
   RandomFiles& operator=(const RandomFiles&) = delete;
   ~RandomFiles();
 
+  void WriteLists() const;  ///< as they were: the user saves others under their names
+
   std::vector<std::string> goodLists;    ///< studies that load whole
   std::vector<std::string> goodVolumes;  ///< GIPL files of the sizes of those studies
   std::vector<std::string> badFiles;     ///< of every kind, lists and volumes
@@ -21,6 +24,7 @@ private:
   void AddStudies();
   void AddBadFiles();
 
+  std::vector<std::pair<std::string, std::string>> lists;  ///< names and texts
   std::string folder;
   std::string before;
 };

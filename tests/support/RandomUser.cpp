@@ -16,8 +16,8 @@
 namespace {
 
 constexpr int kMostInside = 3;       // actions inside one another
-constexpr int kMostMeanwhile = 6;    // actions during one outermost one
-constexpr int kPumpsPerAction = 12;  // one of so many rounds of events brings an action
+constexpr int kMostMeanwhile = 4;    // actions during one outermost one
+constexpr int kPumpsPerAction = 16;  // one of so many rounds of events brings an action
 constexpr int kActionsPerDraw = 4;   // drawing takes most of the time
 constexpr int kMostPopupKeys = 25;
 constexpr unsigned kHangSeconds = 30;

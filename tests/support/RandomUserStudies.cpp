@@ -9,6 +9,7 @@
 
 void RandomUser::LoadAList() {
   if (!MainIsShown()) { return; }
+  files.WriteLists();
   nextAnswer = dice.OneIn(5) ? dice.Of(files.badFiles) : dice.Of(files.goodLists);
   last_actions::Note("%d/%d: load the list \"%.60s\"", number, depth, nextAnswer->c_str());
   Interface::Menu("File/Load/Selection File");
