@@ -86,6 +86,8 @@ void DrawWithTop(Plot& plot, int top) {
 
 void MainUI::UpdatePlot() {
   plotWindow->show();
+  const RunningCommand running(*this);
+  if (running.Refused()) { return; }
   const std::vector<int> axes = ChosenAxes(*this);
   const double end = plotSlice2Slider->value();
   Curves curves;
@@ -103,6 +105,8 @@ void MainUI::UpdatePlot() {
 }
 
 void MainUI::PlotVoxelsPerSlice() {
+  const RunningCommand running(*this);
+  if (running.Refused()) { return; }
   const VoxData* first = ImageAt(*this, 0);
   int dims[3] = {0, 0, 0};
   if (first != nullptr) { first->GetDims(dims); }

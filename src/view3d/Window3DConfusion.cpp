@@ -26,6 +26,8 @@ LabelVolume WithinSizes(const Window3D& view, const VoxData& image) {
 }  // namespace
 
 void Window3D::ComputeConfusionMatrix(char* fileName) {
+  const RunningCommand running(*ui);
+  if (running.Refused()) { return; }
   const ChosenPair pair = TakeChosenPair(*ui);
   if (!pair.ok) { return; }
   const std::string name = tables::WithExtension(fileName);

@@ -1,8 +1,11 @@
 // The distance measures while they run: the panel, and what a user does meanwhile.
 #include "tests/gui/DistanceStudy.h"
+#include "ui/Plot.h"
 #include "view3d/Window3D.h"
 
+#include <cstdio>
 #include <gmock/gmock.h>
+#include <sstream>
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -208,6 +211,75 @@ TEST_F(DistanceRunsTest, ACommandClickedDuringAnotherLeavesTheNumbersOfBothRight
     }
   }
   EXPECT_THAT(alerts, IsEmpty());
+}
+
+/// The text of a table file, and nothing left of it.
+std::string TakeTable(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  std::remove(path.c_str());
+  return text.str();
+}
+
+TEST_F(DistanceRunsTest, AConfusionMatrixDuringARunCountsWholeImagesAndLeavesTheRunItsSizes) {
+  const std::string table = Scratch() + "/matrix.xls";
+  Ui().greyXdimInput->value(40);  // a third image that is larger: its sizes must not stay
+  LoadSegByHand(Scratch() + "/seg1.raw");
+  Choose(Ui().image1Choice, 0);
+  Choose(Ui().image2Choice, 1);
+  SetLabel(kLabel);
+  Slide(Ui().imageSlider, 2);
+  ASSERT_EQ(Ui().images[2]->GetDimX(), 40);
+  const auto writeTable = [&] {
+    chooserAnswers.emplace_back(table);
+    Click(Ui().confusionMatrixButton);
+  };
+  writeTable();
+  const std::string expected = TakeTable(table);
+  ASSERT_FALSE(expected.empty());
+
+  for (const Command& command : kCommands) {
+    Slide(Ui().imageSlider, 0);
+    Run(command);
+    const auto fields = Fields();
+    const auto colours = Colours();
+    for (const int moment : {1, 12, 25, 40, 70}) {
+      SCOPED_TRACE(std::string(command.name) + " at " + std::to_string(moment));
+      Slide(Ui().imageSlider, 0);
+      Watch([&](int pump) {
+        if (pump != moment) { return; }
+        Slide(Ui().imageSlider, 2);
+        writeTable();
+      });
+      Run(command);
+      EXPECT_GE(pumps, moment);
+      Watch(nullptr);
+
+      EXPECT_EQ(TakeTable(table), expected);
+      EXPECT_THAT(Fields(), ElementsAreArray(fields));
+      EXPECT_EQ(Colours(), colours);
+    }
+  }
+  EXPECT_THAT(alerts, IsEmpty());
+}
+
+TEST_F(DistanceRunsTest, APlotDuringARunCountsWholeImages) {
+  Ui().plotXCheck->value(0);
+  Ui().plotYCheck->value(0);
+  Ui().plotZCheck->value(1);
+  Ui().PlotWholeRange();
+  ASSERT_EQ(Ui().plot->curve1[8], 81.0F);  // a slice of the outer box; 32 of its shell
+  bool altered = false;
+  Watch([&](int /*pump*/) {
+    altered = altered || Ui().images[0]->Labels().At(8, 8, 8) != kLabel;
+    Ui().PlotWholeRange();
+    ASSERT_EQ(Ui().plot->curve1[8], 81.0F);
+  });
+
+  Run(kSurfaceDistance);
+
+  EXPECT_TRUE(altered);
+  EXPECT_STREQ(Ui().sumDistInsideOutput->value(), "218.000000");
 }
 
 TEST_F(DistanceRunsTest, UpdateColorDoesNotBecomeActiveByASurfaceDistanceInsideAnotherCommand) {
