@@ -136,6 +136,5 @@ void OnOverlayOpacity(Fl_Widget* widget, void* /*data*/) {
     return;
   }
   viewState->SetLabelOpacity(ValueOf(widget));
-  ui.segimage->OverlayResult2D();
-  ui.segimage->Overlay2D();
+  if (ui.segimage->OverlayResult2D()) { ui.segimage->Overlay2D(); }
 }

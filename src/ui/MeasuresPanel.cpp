@@ -31,7 +31,7 @@ void ShowCanvas(MainUI& ui) {
 bool CanOverlay(const MainUI& ui) { return TakeChosenPair(ui).ok && slice::CanShowSlices(ui); }
 
 void Overlay2D(MainUI& ui) {
-  ui.segimage->OverlayResult2D();
+  if (!ui.segimage->OverlayResult2D()) { return; }
   ui.segimage->Overlay2D();
   ui.mainWindow->redraw();
 }

@@ -87,7 +87,7 @@ public:
   void DrawNow();  ///< draws at once, outside the toolkit's redraw; nothing while not shown
 
   // Measures.
-  void OverlayResult2D();
+  bool OverlayResult2D();  ///< false after a refusal, which leaves the canvas as it was
   void Overlay2D();
   void Complexity();
   void InteriorContour();

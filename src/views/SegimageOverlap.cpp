@@ -48,11 +48,11 @@ void Segimage::PrepareDirection(int wanted) {
   lastDirection = wanted;
 }
 
-void Segimage::OverlayResult2D() {
+bool Segimage::OverlayResult2D() {
   const RunningCommand running(*mainUI);
-  if (running.Refused() || !slice::CanShowSlices(*mainUI)) { return; }
+  if (running.Refused() || !slice::CanShowSlices(*mainUI)) { return false; }
   const ChosenPair pair = TakeChosenPair(*mainUI);
-  if (!pair.ok) { return; }
+  if (!pair.ok) { return false; }
   overlayVisible = 0;
   greyHidden = 0;
 
@@ -74,6 +74,7 @@ void Segimage::OverlayResult2D() {
   DrawCurrentSlice();
   redraw();
   mainUI->RedrawViews();
+  return true;
 }
 
 void Segimage::Overlay2D() {

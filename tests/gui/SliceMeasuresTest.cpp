@@ -706,6 +706,26 @@ TEST_F(SliceMeasuresTest, ASliceOfMoreThanThreeHundredPixelsIsRefusedOnceAndChan
   for (const auto& field : Fields()) { EXPECT_EQ(Text(field.second), "") << field.first; }
 }
 
+TEST_F(SliceMeasuresTest, ARefusedOverlayLeavesACanvasThatFitsAsItWas) {
+  LoadEmpty({301, 5, 4}, 2);
+  SetVoxel(0, 0, 2, 3);
+  Click(DirectionButton(0));
+  Click(ButtonOf("OverlayResult2D"));
+  const auto before = PixelsOf(Ui().segimage);
+  Click(DirectionButton(2));
+
+  alerts.clear();
+  Click(ButtonOf("Overlay2D"));
+  EXPECT_THAT(alerts, ElementsAre("A slice of more than 300 by 300 pixels cannot be measured"));
+  alerts.clear();
+  Slide(Ui().overlayOpacitySlider, 0.5);
+  EXPECT_THAT(alerts, ElementsAre("A slice of more than 300 by 300 pixels cannot be measured"));
+
+  EXPECT_EQ(Ui().segimage->overlayVisible, 0);
+  EXPECT_EQ(Ui().segimage->sliceWidth, 4);
+  EXPECT_EQ(PixelsOf(Ui().segimage), before);
+}
+
 TEST_F(SliceMeasuresTest, TheOtherDirectionsOfALargeVolumeAreMeasured) {
   LoadEmpty({301, 5, 4}, 2);
   Ui().userCount = 1;

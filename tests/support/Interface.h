@@ -27,6 +27,9 @@ struct Pixel {
   int red = 0;
   int green = 0;
   int blue = 0;
+  bool operator==(const Pixel& other) const {
+    return red == other.red && green == other.green && blue == other.blue;
+  }
 };
 
 class Interface : public testing::Test {
