@@ -24,15 +24,21 @@
 namespace {
 
 /// Labels or colours of a table, z fastest, in one piece.
-std::vector<std::uint8_t> CopyOf(const std::uint8_t* const* const* table,
-                                 const LabelVolume& shape) {
-  std::vector<std::uint8_t> bytes;
-  bytes.reserve(shape.Count());
+void CopyInto(std::vector<std::uint8_t>& bytes, const std::uint8_t* const* const* table,
+              const LabelVolume& shape) {
+  std::uint8_t* to = bytes.data();
   for (int x = 0; x < shape.dimX; ++x) {
     for (int y = 0; y < shape.dimY; ++y) {
-      bytes.insert(bytes.end(), table[x][y], table[x][y] + shape.dimZ);
+      std::memcpy(to, table[x][y], static_cast<std::size_t>(shape.dimZ));
+      to += shape.dimZ;
     }
   }
+}
+
+std::vector<std::uint8_t> CopyOf(const std::uint8_t* const* const* table,
+                                 const LabelVolume& shape) {
+  std::vector<std::uint8_t> bytes(shape.Count());
+  CopyInto(bytes, table, shape);
   return bytes;
 }
 
@@ -65,12 +71,16 @@ AlteredLabels::~AlteredLabels() {
 void AlteredLabels::Restored() { restored = true; }
 
 void AlteredLabels::Suspend() {
-  if (restored || ++suspensions > 1) { return; }
-  changed = CopyOf(image.seg, image.Labels());
-  whole.reserve(changed.size());
-  Progress silent;
-  measure::RestoreLabels(view.savedLabels, image.EditableLabels(), silent);
-  whole = CopyOf(image.seg, image.Labels());
+  if (restored) { return; }
+  if (suspensions == 0) {
+    changed = CopyOf(image.seg, image.Labels());
+    whole.resize(changed.size());
+    // Nothing below can fail: a copy that found no memory leaves everything as it was.
+    Progress silent;
+    measure::RestoreLabels(view.savedLabels, image.EditableLabels(), silent);
+    CopyInto(whole, image.seg, image.Labels());
+  }
+  ++suspensions;
 }
 
 void AlteredLabels::Resume() {
