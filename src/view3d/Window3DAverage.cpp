@@ -13,6 +13,7 @@
 #include <FL/Fl_Slider.H>
 #include <FL/Fl_Window.H>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -55,7 +56,7 @@ void Window3D::CreateAverage() {
   const VoxData* shown = ImageAt(*ui, Truncated(ui->imageSlider));
   if (shown == nullptr) { return; }
   TakeWorkingSizes(*this, *shown);
-  StartRun(*ui, ui->userCount * dimZ, nullptr);
+  StartRun(*ui, std::max(ui->userCount, 0) * dimZ, nullptr);
   PanelProgress progress(*ui);
   for (int user = 0; user < ui->userCount; ++user) {
     char text[60];

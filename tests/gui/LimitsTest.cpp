@@ -262,8 +262,8 @@ TEST_F(LimitsTest, AUserWhoseSegmentationIsMissingIsNotMeasured) {
 TEST_F(LimitsTest, NumbersOfUsersThatNoStudyHasAreRefusedWhenTheyAreUsed) {
   const std::string grey = Made("grey.gipl", files::Volume({5, 4, 3}));
   const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
-  for (const char* numbers :
-       {"99999999999999999999\n99999999999999999999\n", "-7\n-7\n", "x\n\n"}) {
+  for (const char* numbers : {"99999999999999999999\n99999999999999999999\n",
+                              "-99999999999\n-99999999999\n", "-7\n-7\n", "x\n\n"}) {
     EXPECT_THAT(LoadList(List("list.tlx", numbers + grey + "\n" + seg + "\n" + seg + "\n")),
                 IsEmpty());
     EXPECT_EQ(Ui().imageCount, 2);
@@ -271,6 +271,8 @@ TEST_F(LimitsTest, NumbersOfUsersThatNoStudyHasAreRefusedWhenTheyAreUsed) {
          {Ui().probabilityButton, Ui().overlayIntraButton, Ui().overlayInterButton}) {
       EXPECT_EQ(AlertsOf(button).size(), 1U) << button->label();
     }
+    AlertsOf(Ui().createAverageButton);
+    EXPECT_EQ(Ui().imageSlider->maximum(), 1.0) << "an average was made";
   }
 }
 
@@ -304,6 +306,43 @@ TEST_F(LimitsTest, AStudyFromAListTakesNoFurtherSegmentationByHand) {
   EXPECT_THAT(alerts, Says("A study loaded from a list takes further segmentations through its "
                            "list only"));
   EXPECT_EQ(Ui().imageCount, 2);
+}
+
+TEST_F(LimitsTest, AStudyFromAListTakesNoGreyImageOfAStudyBefore) {
+  LoadStudy({6, 6, 6}, 1);  // by hand, so that its grey image can take further segmentations
+  const std::string grey = Made("listed.gipl", files::Volume({5, 4, 3}));
+  const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
+  LoadList(List("list.tlx", "1\n2\n" + grey + "\n" + seg + "\n" + seg + "\n"));
+  LoadList(List("bad.tlx", "1\n2\n" + grey + "\n" + std::string(301, 'x') + "\n"));
+  alerts.clear();
+  LoadSegByHand(seg);
+
+  EXPECT_THAT(alerts, Says("A study loaded from a list takes further segmentations through its "
+                           "list only"));
+  EXPECT_EQ(Ui().imageCount, 2);
+}
+
+TEST_F(LimitsTest, AveragesOfAListCloseTheStudyAlsoForTheFirstSegmentationByHand) {
+  const std::string grey = Made("grey.gipl", files::Volume({5, 4, 3}));
+  const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
+  LoadList(List("list.tlx", "1\n2\n" + grey + "\n" + seg + "\n" + seg + "\n"));
+  ASSERT_EQ(Ui().loader->firstSeg, 1);
+  EXPECT_THAT(AlertsOf(Ui().createAverageButton), IsEmpty());
+  alerts.clear();
+  LoadSegByHand(seg);
+
+  EXPECT_THAT(alerts, Says("Averages stand behind the loaded images: load all segmentations before "
+                           "you create them"));
+  EXPECT_EQ(Ui().imageSlider->maximum(), 2.0);
+}
+
+TEST_F(LimitsTest, AnEmptySegmentationPathSaysSoAndMakesNoSlot) {
+  LoadStudy({5, 4, 3}, 2);
+  LoadSegByHand("");
+
+  EXPECT_STREQ(Ui().statusOutput->value(), "You must enter a non-null string");
+  EXPECT_EQ(Ui().imageCount, 2);
+  EXPECT_EQ(Ui().image1Choice->size(), 3);  // two entries and the end
 }
 
 // Pairs.

@@ -125,14 +125,14 @@ bool ImageLoader::MayLoadSeg(const char* path) const {
     return false;
   }
   if (PathTooLong(path)) { return false; }
-  if (firstSeg != 0) { return true; }
-  if (ui->imageCount >= kMaxImages) {
-    Refuse("A study holds at most 60 images");
-    return false;
-  }
   if (SlotsInUse(*ui) > ui->imageCount) {
     Refuse(
         "Averages stand behind the loaded images: load all segmentations before you create them");
+    return false;
+  }
+  if (firstSeg != 0) { return true; }
+  if (ui->imageCount >= kMaxImages) {
+    Refuse("A study holds at most 60 images");
     return false;
   }
   if (*greyPath == '\0') {

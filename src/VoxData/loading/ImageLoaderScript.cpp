@@ -64,6 +64,7 @@ int ImageLoader::LoadScript() {
   }
   const RunningCommand running(*ui);
   ResetStudy();
+  greyPath[0] = '\0';  // that of a study before, which no slot of this one shares
   ui->userCount = list.userCount;
   ui->slicesPerUser = list.slicesPerUser;
   ui->usersOutput->value(list.users.c_str());
@@ -72,7 +73,7 @@ int ImageLoader::LoadScript() {
   Fl::check();
   std::cout << "Opening script file..." << std::endl;
   ui->slicesOutput->value(list.repeats.c_str());
-  ui->overlayIntraSlider->maximum(ui->userCount - 1);
+  ui->overlayIntraSlider->maximum(ui->userCount - 1.0);
   const int result = LoadListedImages(list.greyPath, list.segPaths);
   if (result == 0) { FinishScript(list.segPaths); }
   ui->HideProgress();
