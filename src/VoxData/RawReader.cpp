@@ -59,6 +59,13 @@ std::FILE* VoxData::OpenFile(const char* path, const char* mode) {
   return stream;
 }
 
+int VoxData::RefuseSize() {
+  raw::ReportSize(dimX, dimY, dimZ);
+  FreeArrays(0);  // none of an earlier volume stays, whose sizes are gone
+  FreeArrays(1);
+  return -1;
+}
+
 int VoxData::ReadGrey(const char* path, int sizeX, int sizeY, int sizeZ, int bytes, int min,
                       int max, int flipX, int flipY, int flipZ, int headerSize) {
   if (IsCompressed(path)) { return -1; }
@@ -71,12 +78,7 @@ int VoxData::ReadGrey(const char* path, int sizeX, int sizeY, int sizeZ, int byt
   dimY = sizeY;
   dimZ = sizeZ;
   SetFileTraversal(flipX, flipY, flipZ);
-  if (AllocateArrays(0) != 1 || AllocateArrays(1) != 1) {
-    raw::ReportSize(dimX, dimY, dimZ);
-    FreeArrays(0);  // none of an earlier volume stays, whose sizes are gone
-    FreeArrays(1);
-    return -1;
-  }
+  if (AllocateArrays(0) != 1 || AllocateArrays(1) != 1) { return RefuseSize(); }
   if (bytes != 1 && bytes != 2) {
     std::cerr << "unsupported image data type" << std::endl;
     return -1;
@@ -84,11 +86,10 @@ int VoxData::ReadGrey(const char* path, int sizeX, int sizeY, int sizeZ, int byt
   raw::SkipHeader(stream.get(), headerSize);
   const raw::Traversal traversal(*this);
   raw::Range range;
-  if (bytes == 1) {
-    raw::ReadSlices<std::uint8_t>(stream.get(), traversal, grey, range);
-  } else {
-    raw::ReadSlices<raw::BigWord>(stream.get(), traversal, grey, range);
-  }
+  const bool read = bytes == 1
+                        ? raw::ReadSlices<std::uint8_t>(stream.get(), traversal, grey, range)
+                        : raw::ReadSlices<raw::BigWord>(stream.get(), traversal, grey, range);
+  if (!read) { return RefuseSize(); }
   if (max == min && min == 0) {
     min = range.min;
     max = range.max;
@@ -120,7 +121,10 @@ int VoxData::ReadSeg(const char* path, int headerSize) {
   auto* scalars = static_cast<float*>(std::calloc(Labels().Count(), sizeof(float)));
   if (scalars == nullptr) { return -1; }
   voxels::PreferLargePages(scalars, Labels().Count() * sizeof(float));
-  raw::ReadLabels(stream.get(), traversal, seg, scalars, labelPresent);
+  if (!raw::ReadLabels(stream.get(), traversal, seg, scalars, labelPresent)) {
+    std::free(scalars);
+    return -1;
+  }
   for (int label = 0; label < 256; ++label) {
     if (labelPresent[label] == 0) { continue; }
     if (labels[label].defined == 0) { ++labelCount; }
@@ -141,11 +145,8 @@ int VoxData::SetupSlot(const char* /*path*/, int sizeX, int sizeY, int sizeZ, in
   dimZ = sizeZ;
   SetFileTraversal(flipX, flipY, flipZ);
   if (AllocateArrays(1) != 1) {
-    raw::ReportSize(dimX, dimY, dimZ);
-    FreeArrays(0);
-    grey = nullptr;
-    FreeArrays(1);
-    return -1;
+    grey = nullptr;  // the one that was borrowed is of other sizes
+    return RefuseSize();
   }
   if (max == min && min == 0) {
     // ON PURPOSE: the start values of the search for the range stand in for the range itself, so

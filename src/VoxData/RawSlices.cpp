@@ -105,9 +105,10 @@ void ReportSize(int dimX, int dimY, int dimZ) {
             << " voxels can be held in memory." << std::endl;
 }
 
-void ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* const* array,
+bool ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* const* array,
                 float* scalars, std::uint8_t* present) {
   SliceBlock<std::uint8_t> block(to);
+  if (!block.Ready()) { return false; }
   Range range;  // of no use for labels
   for (int first = 0; first < to.dimZ; first += block.Slices()) {
     const int count = std::min(block.Slices(), to.dimZ - first);
@@ -118,6 +119,7 @@ void ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* con
     }
     Spread(block, to, first, count, array, range);
   }
+  return true;
 }
 
 }  // namespace raw

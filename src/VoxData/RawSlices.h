@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <new>
 
 namespace raw {
 
@@ -72,11 +73,13 @@ public:
         slices(static_cast<int>(
             std::clamp<std::size_t>(kMostBytes / (sliceVoxels * sizeof(FileVoxel)), 1,
                                     static_cast<std::size_t>(std::min(kMostSlices, to.dimZ))))),
-        voxels(new FileVoxel[sliceVoxels * static_cast<std::size_t>(slices)]) {
+        voxels(new (std::nothrow) FileVoxel[sliceVoxels * static_cast<std::size_t>(slices)]) {
+    if (!Ready()) { return; }
     std::memset(static_cast<void*>(voxels.get()), 0, sliceVoxels * sizeof(FileVoxel));
   }
 
-  int Slices() const { return slices; }  ///< how many it holds at a time
+  bool Ready() const { return voxels != nullptr; }  ///< false without memory for it
+  int Slices() const { return slices; }             ///< how many it holds at a time
 
   /// Reads slices `first` to `first + count - 1` of the file.
   void Read(std::FILE* stream, int first, int count) {
@@ -178,22 +181,26 @@ void Spread(SliceBlock<FileVoxel>& block, const Traversal& to, int first, int co
   tiles.Widen(range);
 }
 
-/// Reads all slices into `array` and widens `range` by every voxel that lands in it.
+/// Reads all slices into `array` and widens `range` by every voxel that lands in it. Returns false,
+/// with nothing read, without memory for a slice.
 template <class FileVoxel>
-void ReadSlices(std::FILE* stream, const Traversal& to, std::uint16_t* const* const* array,
+bool ReadSlices(std::FILE* stream, const Traversal& to, std::uint16_t* const* const* array,
                 Range& range) {
   SliceBlock<FileVoxel> block(to);
+  if (!block.Ready()) { return false; }
   for (int first = 0; first < to.dimZ; first += block.Slices()) {
     const int count = std::min(block.Slices(), to.dimZ - first);
     block.Read(stream, first, count);
     Spread(block, to, first, count, array, range);
   }
+  return true;
 }
 
 /// Reads labels; `scalars` gets 255 where a label is not 0, `present` a 1 for each value found.
 ///
-/// Shape: scalars hold zeros before, x fastest, then y, then z.
-void ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* const* array,
+/// Shape: scalars hold zeros before, x fastest, then y, then z. Returns false, with nothing read,
+/// without memory for a slice.
+bool ReadLabels(std::FILE* stream, const Traversal& to, std::uint8_t* const* const* array,
                 float* scalars, std::uint8_t* present);
 
 }  // namespace raw

@@ -11,8 +11,6 @@
 #include <cstring>
 #include <iostream>
 #include <limits>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
 
@@ -36,6 +34,12 @@ vtkStructuredPoints* NewImage(int dimX, int dimY, int dimZ) {
   return image;
 }
 
+/// Whether grey values, labels and their twin, which a slot holds at once, fit memory together.
+bool SlotFits(int dimX, int dimY, int dimZ) {
+  constexpr std::size_t kBytes = sizeof(std::uint16_t) + sizeof(std::uint8_t) + sizeof(float);
+  return voxels::CountThatFits(dimX, dimY, dimZ, kBytes) > 0;
+}
+
 void SetTraversal(VoxData& volume, int axis, int size, int flip, int unflippedEnd) {
   // Sizes below 1 are refused later; the smallest number of all has none below it.
   constexpr int kLeast = -std::numeric_limits<int>::max();
@@ -45,30 +49,6 @@ void SetTraversal(VoxData& volume, int axis, int size, int flip, int unflippedEn
 }
 
 }  // namespace
-
-namespace voxels {
-
-void PreferLargePages(void* array, std::size_t bytes) {
-  constexpr std::uintptr_t kPage = 4096;
-  constexpr std::size_t kWorthIt = std::size_t{4} << 20U;
-  if (bytes < kWorthIt) { return; }
-  const auto begin = (reinterpret_cast<std::uintptr_t>(array) + kPage - 1) / kPage * kPage;
-  const auto end = (reinterpret_cast<std::uintptr_t>(array) + bytes) / kPage * kPage;
-  madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);  // only a wish
-}
-
-std::size_t CountThatFits(int dimX, int dimY, int dimZ, std::size_t bytesPerVoxel) {
-  if (dimX < 1 || dimY < 1 || dimZ < 1) { return 0; }
-  const double memory =
-      static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
-  const double rows = static_cast<double>(dimX) * dimY;
-  const double bytes = rows * dimZ * static_cast<double>(bytesPerVoxel) + rows * sizeof(void*);
-  if (bytes > memory) { return 0; }
-  return static_cast<std::size_t>(dimX) * static_cast<std::size_t>(dimY) *
-         static_cast<std::size_t>(dimZ);
-}
-
-}  // namespace voxels
 
 VoxData::VoxData()
     : fileName1(NewName()), fileName2(NewName()), labels(new LabelEntry[256]),
@@ -108,7 +88,8 @@ VoxData::~VoxData() {
 
 int VoxData::AllocateArrays(int mode) {
   if (mode == 0) {
-    const bool fits = storage->grey.Allocate(dimX, dimY, dimZ);
+    storage->grey.Release();
+    const bool fits = SlotFits(dimX, dimY, dimZ) && storage->grey.Allocate(dimX, dimY, dimZ);
     grey = storage->grey.Planes();  // null where it does not fit
     return fits ? 1 : -1;
   }

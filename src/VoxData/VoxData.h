@@ -97,6 +97,8 @@ public:
   void AttachWorkScalars();
 
 private:
+  /// Says that the sizes cannot be held, and keeps no array of them. Returns -1.
+  int RefuseSize();
   void SetFileTraversal(int flipX, int flipY, int flipZ);
 
   struct Storage;  ///< the blocks behind the pointer tables

@@ -6,7 +6,7 @@
 
 namespace voxels {
 
-/// Number of voxels, or 0 where the sizes make no volume or more than the memory of the machine.
+/// Number of voxels, or 0 where the sizes make no volume or more than memory can still hold.
 std::size_t CountThatFits(int dimX, int dimY, int dimZ, std::size_t bytesPerVoxel);
 
 /// Asks for large pages behind an array that will be filled: a fault for each small one costs more

@@ -16,10 +16,13 @@
 #include <FL/Fl_Value_Input.H>
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
+#include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -315,6 +318,34 @@ TEST_F(HostileFilesTest, SizesThatNoMemoryHoldsAreRefused) {
   files::WriteText(folder + "list.tlx", "1\n1\n" + folder + "grey.gipl\n" + folder + "grey.gipl\n");
   LoadList(folder + "list.tlx");
   EXPECT_EQ(Ui().imageCount, 0);
+  ExpectInOrder();
+}
+
+/// What memory and swap space can still hold, in bytes.
+double AvailableBytes() {
+  std::ifstream lines("/proc/meminfo");
+  double sum = 0.0;
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    std::string name;
+    double kibibytes = 0.0;
+    words >> name >> kibibytes;
+    if (name == "MemAvailable:" || name == "SwapFree:") { sum += 1024.0 * kibibytes; }
+  }
+  return sum;
+}
+
+TEST_F(HostileFilesTest, SizesWhoseArraysFitMemoryOnlyOneByOneAreRefused) {
+  // Grey values alone would take half of it; labels and their twin come on top.
+  const double runs = AvailableBytes() / 4.0 / 65535.0;
+  const int side = static_cast<int>(std::sqrt(runs));
+  ASSERT_GT(side, 0);
+  SelectGrey(Made("grey.gipl", files::GiplHeader({side, side, 65535})));
+  LoadSelectedGrey();
+
+  EXPECT_EQ(Ui().imageCount, 0);
+  EXPECT_STREQ(Ui().statusOutput->value(), "Loading failed");
+  EXPECT_THAT(TakeErrors(), HasSubstr("voxels can be held"));
   ExpectInOrder();
 }
 
