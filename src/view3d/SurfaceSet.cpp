@@ -7,7 +7,6 @@
 
 #include <vtkMarchingCubes.h>
 #include <vtkNew.h>
-#include <vtkObject.h>
 #include <vtkPointData.h>
 #include <vtkPolyData.h>
 #include <vtkSmoothPolyDataFilter.h>
@@ -56,9 +55,7 @@ int Bearable(int iterations) {
 
 }  // namespace
 
-SurfaceSet::SurfaceSet() : pipelines(std::make_unique<Pipelines>()) {
-  vtkObject::GlobalWarningDisplayOff();  // VTK's words would mix with the program's own lines
-}
+SurfaceSet::SurfaceSet() : pipelines(std::make_unique<Pipelines>()) {}
 
 SurfaceSet::~SurfaceSet() = default;
 
