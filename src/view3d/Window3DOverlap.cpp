@@ -49,8 +49,6 @@ void Window3D::ComputeOverlayResult3D() {
   if (running.Refused()) { return; }
   const ChosenPair pair = TakeVolumePair(*ui);
   if (!pair.ok) { return; }
-  WarnIfLabelMissing(*ui, *pair.image1, "Image 1");
-  WarnIfLabelMissing(*ui, *pair.image2, "Image 2");
   VoxData& picture = *ui->displayVolume1;
 
   SetupView();
@@ -81,8 +79,6 @@ void Window3D::ComputeOverlay3D() {
   if (running.Refused()) { return; }
   const ChosenPair pair = TakeVolumePair(*ui);
   if (!pair.ok) { return; }
-  WarnIfLabelMissing(*ui, *pair.image1, "Image 1");
-  WarnIfLabelMissing(*ui, *pair.image2, "Image 2");
 
   SetupView();
   StartRun(*ui, ui->images[0]->GetDimZ(), "Starting Overlay Result 3D");
