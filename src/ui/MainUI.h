@@ -77,6 +77,8 @@ public:
   Fl_Button* confusionMatrixButton = nullptr;
   Fl_Output* usersOutput = nullptr;
   Fl_Output* slicesOutput = nullptr;
+  Fl_Output*& nbUsersOutput = usersOutput;
+  Fl_Output*& nbSlicesPerUserOutput = slicesOutput;
   Fl_Choice* image1Choice = nullptr;
   Fl_Choice* image2Choice = nullptr;
   Fl_Button* compareDataButton = nullptr;
