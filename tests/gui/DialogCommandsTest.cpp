@@ -8,6 +8,7 @@
 #include <FL/Fl_Check_Button.H>
 #include <FL/Fl_Choice.H>
 #include <FL/Fl_Input.H>
+#include <FL/Fl_Menu_Bar.H>
 #include <FL/Fl_Output.H>
 #include <FL/Fl_Slider.H>
 #include <FL/Fl_Value_Input.H>
@@ -116,6 +117,35 @@ TEST_F(DialogCommandsTest, SelectOfASegmentationKnowsTheHeaderOfGipl) {
 }
 
 // Save Seg Data.
+
+TEST_F(DialogCommandsTest, OnPurposeNoMenuEntryAndNoButtonOpensSaveSegData) {
+  for (const Fl_Menu_Item* item = Ui().menuBar->menu();
+       item != Ui().menuBar->menu() + Ui().menuBar->size(); ++item) {
+    if (item->callback() != nullptr &&
+        std::string(item->label() != nullptr ? item->label() : "") != "Quit") {
+      item->do_callback(Ui().menuBar);
+    }
+    ASSERT_FALSE(Ui().saveSegWindow->shown()) << item->label();
+  }
+  std::vector<Fl_Widget*> widgets;
+  const auto collect = [&widgets](const auto& self, Fl_Group* group) -> void {
+    for (int i = 0; i < group->children(); ++i) {
+      Fl_Widget* child = group->child(i);
+      if (auto* inner = child->as_group()) { self(self, inner); }
+      if (dynamic_cast<Fl_Button*>(child) != nullptr) { widgets.push_back(child); }
+    }
+  };
+  for (Fl_Window* window : {Ui().mainWindow, Ui().loadGreyWindow, Ui().loadSegWindow,
+                            Ui().createListWindow, Ui().compareWindow, Ui().plotWindow}) {
+    collect(collect, window);
+  }
+  EXPECT_GT(widgets.size(), 40U);
+  for (Fl_Widget* widget : widgets) {
+    widget->do_callback();
+    ASSERT_FALSE(Ui().saveSegWindow->shown())
+        << (widget->label() != nullptr ? widget->label() : "");
+  }
+}
 
 TEST_F(DialogCommandsTest, OkayNamesTheSegmentationInTheTitleAndSavesNothing) {
   const std::string path = Scratch() + "/result.gipl";
