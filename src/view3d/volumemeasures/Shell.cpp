@@ -10,6 +10,7 @@ namespace {
 constexpr int kChunk = 16;  // voxels along z that are treated together
 
 using Labels = std::int32_t __attribute__((vector_size(16)));
+using FourBytes = std::uint8_t __attribute__((vector_size(4)));
 using Longs = std::uint64_t __attribute__((vector_size(16)));
 
 /// The saved run of a column and those of its four neighbours. Outside the volume lies a run that
@@ -63,8 +64,7 @@ void ReduceChunk(const Runs& runs, int z, std::int32_t label, std::uint8_t* to) 
     return;
   }
   for (int i = 0; i < kChunk; i += 4) {
-    using Shell = std::uint8_t __attribute__((vector_size(4)));
-    const auto shell = __builtin_convertvector(ShellOfFour<rule>(runs, z + i, label), Shell);
+    const auto shell = __builtin_convertvector(ShellOfFour<rule>(runs, z + i, label), FourBytes);
     std::memcpy(to + i, &shell, sizeof shell);
   }
 }
@@ -113,11 +113,12 @@ void SaveLabels(const LabelVolume& image, SavedLabels saved, Progress& progress)
       const std::uint8_t* column = image.voxels[x][y];
       int z = 0;
       for (; z + kChunk <= image.dimZ; z += kChunk) {
-        std::uint8_t bytes[kChunk];
-        std::int32_t labels[kChunk];
-        std::memcpy(bytes, column + z, sizeof bytes);
-        for (int i = 0; i < kChunk; ++i) { labels[i] = bytes[i]; }
-        std::memcpy(saved[x][y] + z, labels, sizeof labels);
+        for (int i = z; i < z + kChunk; i += 4) {
+          FourBytes bytes;
+          std::memcpy(&bytes, column + i, sizeof bytes);
+          const auto labels = __builtin_convertvector(bytes, Labels);
+          std::memcpy(saved[x][y] + i, &labels, sizeof labels);
+        }
       }
       for (; z < image.dimZ; ++z) { saved[x][y][z] = column[z]; }
     }
