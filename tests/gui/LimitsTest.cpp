@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gmock/gmock.h>
 #include <limits>
 #include <memory>
@@ -25,6 +26,7 @@
 
 using testing::Each;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::IsEmpty;
 
 namespace {
@@ -520,6 +522,66 @@ TEST_F(LimitsTest, WithoutMemoryAMeasureIsRefusedAndTheStudyStays) {
 
   EXPECT_THAT(AlertsOf(Ui().overlayResult3DButton), IsEmpty());
   EXPECT_STREQ(Ui().intersect3DOutput->value(), "2");
+}
+
+/// Calls `look` once, when a command that runs alone lets events be handled and Image 1 holds no
+/// more than the shell of its label.
+class AtShell {
+public:
+  explicit AtShell(std::function<void()> whatToDo) {
+    look = std::move(whatToDo);
+    Fl::add_check(Check);
+  }
+  AtShell(const AtShell&) = delete;
+  AtShell& operator=(const AtShell&) = delete;
+  ~AtShell() { Fl::remove_check(Check); }
+
+  static bool Done() { return look == nullptr; }
+
+private:
+  static void Check(void* /*data*/) {
+    if (look == nullptr || mainUI->images[0]->Labels().At(12, 12, 12) != 0) { return; }
+    const auto once = std::move(look);
+    look = nullptr;
+    once();
+  }
+  static inline std::function<void()> look;
+};
+
+TEST_F(LimitsTest, ACommandThatFindsNoMemoryInsideARunSpoilsNeitherTheRunNorTheNextOne) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer needs more memory than there is";
+#endif
+  LoadStudy({200, 200, 200}, 2);
+  for (int i = 0; i < 5 * 5 * 5; ++i) {
+    for (const int image : {0, 1}) {
+      Ui().images[image]->EditableLabels().Set(10 + i / 25, 10 + i / 5 % 5, 10 + i % 5, 2);
+    }
+  }
+  Ui().currentLabel = 2;
+  AlertsOf(Ui().overlayResult3DButton);
+  AlertsOf(Ui().surfaceDistanceButton);
+  const auto expected = VolumeFields();
+  ASSERT_STREQ(Ui().intersect3DOutput->value(), "127");
+  int refused = 0;
+  const AtShell shell([&] {
+    // Each piece of what is put aside fails at one of these.
+    for (unsigned megabytes = 20; megabytes <= 200; megabytes += 3) {
+      const LittleMemory memory(megabytes << 20U);
+      refused += static_cast<int>(AlertsOf(Ui().overlayResult3DButton).size());
+      ASSERT_EQ(Ui().images[0]->Labels().At(12, 12, 12), 0) << megabytes;
+    }
+    Ui().intersect3DOutput->value("");
+    EXPECT_THAT(AlertsOf(Ui().overlayResult3DButton), IsEmpty());
+    EXPECT_STREQ(Ui().intersect3DOutput->value(), "127");
+  });
+
+  EXPECT_THAT(AlertsOf(Ui().surfaceDistanceButton), IsEmpty());
+
+  EXPECT_TRUE(AtShell::Done());
+  EXPECT_GT(refused, 10);
+  EXPECT_THAT(VolumeFields(), ElementsAreArray(expected));
+  EXPECT_EQ(Ui().images[0]->Labels().At(12, 12, 12), 2);
 }
 
 TEST_F(LimitsTest, WithoutMemoryForAFurtherAverageTheOnesBeforeItStay) {
