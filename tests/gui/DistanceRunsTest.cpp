@@ -1,11 +1,11 @@
 // The distance measures while they run: the panel, and what a user does meanwhile.
 #include "tests/gui/DistanceStudy.h"
+#include "tests/support/StudyFiles.h"
 #include "ui/Plot.h"
 #include "view3d/Window3D.h"
 
 #include <cstdio>
 #include <gmock/gmock.h>
-#include <sstream>
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -215,10 +215,9 @@ TEST_F(DistanceRunsTest, ACommandClickedDuringAnotherLeavesTheNumbersOfBothRight
 
 /// The text of a table file, and nothing left of it.
 std::string TakeTable(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
+  std::string text = files::TextOf(path);
   std::remove(path.c_str());
-  return text.str();
+  return text;
 }
 
 TEST_F(DistanceRunsTest, AConfusionMatrixDuringARunCountsWholeImagesAndLeavesTheRunItsSizes) {

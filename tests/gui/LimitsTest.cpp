@@ -51,6 +51,13 @@ protected:
     files::WriteText(folder + name, text);
     return folder + name;
   }
+  /// Loads a list of a segmentation that one user made twice. Returns the path of it.
+  std::string LoadListOfTwo() {
+    const std::string grey = Made("listed.gipl", files::Volume({5, 4, 3}));
+    const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
+    LoadList(List("list.tlx", "1\n2\n" + grey + "\n" + seg + "\n" + seg + "\n"));
+    return seg;
+  }
   /// What every field of a volume measure holds.
   std::vector<std::string> VolumeFields() {
     const MainUI& ui = Ui();
@@ -298,9 +305,7 @@ TEST_F(LimitsTest, AveragesWithoutRoomAreRefusedAndThoseThatFitCloseTheStudy) {
 }
 
 TEST_F(LimitsTest, AStudyFromAListTakesNoFurtherSegmentationByHand) {
-  const std::string grey = Made("grey.gipl", files::Volume({5, 4, 3}));
-  const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
-  LoadList(List("list.tlx", "1\n2\n" + grey + "\n" + seg + "\n" + seg + "\n"));
+  const std::string seg = LoadListOfTwo();
   LoadSegByHand(seg);  // the first one by hand replaces what is on show
   alerts.clear();
   LoadSegByHand(seg);
@@ -312,10 +317,8 @@ TEST_F(LimitsTest, AStudyFromAListTakesNoFurtherSegmentationByHand) {
 
 TEST_F(LimitsTest, AStudyFromAListTakesNoGreyImageOfAStudyBefore) {
   LoadStudy({6, 6, 6}, 1);  // by hand, so that its grey image can take further segmentations
-  const std::string grey = Made("listed.gipl", files::Volume({5, 4, 3}));
-  const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
-  LoadList(List("list.tlx", "1\n2\n" + grey + "\n" + seg + "\n" + seg + "\n"));
-  LoadList(List("bad.tlx", "1\n2\n" + grey + "\n" + std::string(301, 'x') + "\n"));
+  const std::string seg = LoadListOfTwo();
+  LoadList(List("bad.tlx", "1\n2\n" + seg + "\n" + std::string(301, 'x') + "\n"));
   alerts.clear();
   LoadSegByHand(seg);
 
@@ -325,9 +328,7 @@ TEST_F(LimitsTest, AStudyFromAListTakesNoGreyImageOfAStudyBefore) {
 }
 
 TEST_F(LimitsTest, AveragesOfAListCloseTheStudyAlsoForTheFirstSegmentationByHand) {
-  const std::string grey = Made("grey.gipl", files::Volume({5, 4, 3}));
-  const std::string seg = Made("seg.gipl", files::Volume({5, 4, 3}, {2}));
-  LoadList(List("list.tlx", "1\n2\n" + grey + "\n" + seg + "\n" + seg + "\n"));
+  const std::string seg = LoadListOfTwo();
   ASSERT_EQ(Ui().loader->firstSeg, 1);
   EXPECT_THAT(AlertsOf(Ui().createAverageButton), IsEmpty());
   alerts.clear();
