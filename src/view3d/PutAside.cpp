@@ -23,7 +23,7 @@
 
 namespace {
 
-/// Labels or colours of a table, z fastest, in one piece.
+/// Fills `bytes` with the labels or colours of a table, z fastest; needs their size.
 void CopyInto(std::vector<std::uint8_t>& bytes, const std::uint8_t* const* const* table,
               const LabelVolume& shape) {
   std::uint8_t* to = bytes.data();
@@ -35,6 +35,7 @@ void CopyInto(std::vector<std::uint8_t>& bytes, const std::uint8_t* const* const
   }
 }
 
+/// The same in a vector of its own.
 std::vector<std::uint8_t> CopyOf(const std::uint8_t* const* const* table,
                                  const LabelVolume& shape) {
   std::vector<std::uint8_t> bytes(shape.Count());

@@ -57,6 +57,7 @@ int ImageLoader::FillNewSlot(VoxData& slot, const char* path, Flow flow) {
     const int result = slot.ReadGrey(path, dims[0], dims[1], dims[2], bytes, minimum, maximum,
                                      flips[0], flips[1], flips[2], headerSize);
     // A study from a list file has no grey path: further segmentations come through its list.
+    // A grey image that is read once more comes with the path that is kept already.
     if (flow == Flow::Manual && path != greyPath) {
       std::snprintf(greyPath, sizeof greyPath, "%s", path);
     }
